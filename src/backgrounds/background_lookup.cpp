@@ -1,0 +1,80 @@
+#include "backgrounds/background_lookup.h"
+
+#include <utility>
+
+#include "backgrounds/background_image.h"
+#include "backgrounds/layout_variant.h"
+#include "support/fixed_text.h"
+#include "support/process_lifetime.h"
+#include "support/string_map.h"
+
+namespace prismal {
+
+using platform::Retained;
+using platform::UIImage;
+
+namespace {
+
+/// Holds a key of orientation, visual style, two numbers and three semicolons.
+using BackgroundKey = FixedText<96>;
+
+/// Images by background key. A null image says: it is known that there is none.
+using ImageTable = StringMap<Retained<UIImage>>;
+
+/// Images under three, two and one field; a null one under one field alone.
+ImageTable& imageRepository() {
+  static ProcessLifetime<ImageTable> _repo;
+  return *_repo;
+}
+
+/// Answers under full keys.
+ImageTable& fullNameCache() {
+  static ProcessLifetime<ImageTable> _fullNameCache;
+  return *_fullNameCache;
+}
+
+enum class Miss { kForget, kRemember };
+
+/// The image under a key that several full keys share, decoded once for all of them.
+Retained<UIImage> sharedImage(std::string_view key, Miss miss) {
+  ImageTable& images = imageRepository();
+  if (const auto found = images.find(key); found != images.end()) return found->second;
+  Retained<UIImage> image = loadBackgroundImage(key);
+  if (image || miss == Miss::kRemember) images.emplace(key, image);
+  return image;
+}
+
+}  // namespace
+
+UIImage PMGetKeyboardBackgroundImage(platform::UIKBTree keyplane, std::string_view orientation,
+                                     std::string_view visualStyle, PMKeyplaneIndex index) {
+  const std::uint64_t variant = PMGetLayoutVariant(keyplane);
+  const auto number = static_cast<std::uint64_t>(index);
+  BackgroundKey fullKey;
+  fullKey << orientation << ";" << visualStyle << ";" << number << ";" << variant;
+  ImageTable& answers = fullNameCache();
+  if (const auto known = answers.find(fullKey.view()); known != answers.end()) {
+    return known->second.get();
+  }
+  auto image = _PMGetBackgroundImage(orientation, visualStyle, fullKey.view(), number, variant);
+  return answers.emplace(fullKey.view(), std::move(image)).first->second.get();
+}
+
+Retained<UIImage> _PMGetBackgroundImage(std::string_view orientation, std::string_view visualStyle,
+                                        std::string_view fullKey, std::uint64_t index,
+                                        std::uint64_t variant) {
+  BackgroundKey twoFields;
+  twoFields << orientation << ";" << visualStyle;
+  BackgroundKey threeFields = twoFields;
+  threeFields << ";" << index;
+  for (const std::uint64_t fallback : VariantFallbacks(variant)) {
+    BackgroundKey key = threeFields;
+    key << ";" << fallback;
+    if (auto image = loadBackgroundImage(fallback == variant ? fullKey : key.view())) return image;
+  }
+  if (auto image = sharedImage(threeFields.view(), Miss::kForget)) return image;
+  if (auto image = sharedImage(twoFields.view(), Miss::kForget)) return image;
+  return sharedImage(orientation, Miss::kRemember);
+}
+
+}  // namespace prismal

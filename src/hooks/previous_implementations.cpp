@@ -1,0 +1,7 @@
+#include "hooks/previous_implementations.h"
+
+namespace prismal {
+
+constinit PreviousImplementations previous;
+
+}  // namespace prismal
