@@ -1,0 +1,107 @@
+#include "host/plist/builder.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace host::plist {
+
+using platform::PropertyList;
+using platform::PropertyListEntry;
+using platform::PropertyListNode;
+using platform::PropertyListView;
+
+struct Builder::Arena {
+  std::pmr::monotonic_buffer_resource memory;
+  std::vector<PropertyList> adopted;
+};
+
+namespace {
+
+bool keysAscend(std::span<const PropertyListEntry> entries) {
+  return std::ranges::adjacent_find(entries, std::ranges::greater_equal(),
+                                    &PropertyListEntry::key) == entries.end();
+}
+
+/// Sorts by key and keeps the last entry of each; returns what is left, at the front.
+Entries sortKeepingLast(std::span<PropertyListEntry> entries) {
+  std::ranges::stable_sort(entries, {}, &PropertyListEntry::key);
+  auto end = entries.begin();
+  for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+    const auto next = std::next(entry);
+    if (next == entries.end() || next->key != entry->key) *end++ = *entry;
+  }
+  return {entries.begin(), end};
+}
+
+}  // namespace
+
+Builder::Builder() : arena_(std::make_shared<Arena>()) {}
+
+PropertyListView Builder::make(Value value, Position position) {
+  void* place = arena_->memory.allocate(sizeof(PropertyListNode), alignof(PropertyListNode));
+  return PropertyListView(new (place) PropertyListNode{value, position});
+}
+
+template <class T>
+std::span<T> Builder::copy(std::span<const T> values) {
+  if (values.empty()) return {};
+  void* place = arena_->memory.allocate(values.size_bytes(), alignof(T));
+  T* first = static_cast<T*>(place);
+  std::uninitialized_copy(values.begin(), values.end(), first);
+  return {first, values.size()};
+}
+
+PropertyListView Builder::boolean(bool value, Position position) {
+  return make(value, position);
+}
+
+PropertyListView Builder::integer(std::int64_t value, Position position) {
+  return make(value, position);
+}
+
+PropertyListView Builder::real(double value, Position position) {
+  return make(value, position);
+}
+
+PropertyListView Builder::date(Date value, Position position) {
+  return make(value, position);
+}
+
+PropertyListView Builder::string(std::string_view text, Position position) {
+  return make(keep(text), position);
+}
+
+PropertyListView Builder::data(Data bytes, Position position) {
+  return make(Data(copy(bytes)), position);
+}
+
+PropertyListView Builder::array(Items items, Position position) {
+  return make(Items(copy(items)), position);
+}
+
+PropertyListView Builder::dictionary(std::span<const Entry> entries, Position position) {
+  const std::span<Entry> kept = copy(entries);
+  // Most files were written by a program that sorts.
+  return make(keysAscend(kept) ? Entries(kept) : sortKeepingLast(kept), position);
+}
+
+std::string_view Builder::keep(std::string_view text) {
+  const std::span<const char> kept = copy(std::span<const char>(text));
+  return {kept.data(), kept.size()};
+}
+
+PropertyListView Builder::adopt(PropertyList other) {
+  const PropertyListView root = other;
+  arena_->adopted.push_back(std::move(other));
+  return root;
+}
+
+PropertyList Builder::finish(PropertyListView root) {
+  const auto arena = std::move(arena_);
+  return root ? PropertyList(arena, root.get()) : PropertyList();
+}
+
+}  // namespace host::plist
