@@ -1,0 +1,229 @@
+#include "host/files/darwin_notify.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <fcntl.h>
+#include <limits.h>
+#include <string>
+#include <sys/inotify.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+#include "host/files/notification_name.h"
+
+namespace host::files {
+namespace {
+
+constexpr std::string_view kDirectory = "/var/run/notify";
+
+Result<Descriptor> notifyDirectory(const DeviceRoot& root) {
+  auto directory = root.openDirectory(kDirectory);
+  if (directory || !root.makeDirectories(kDirectory)) return directory;
+  return root.openDirectory(kDirectory);
+}
+
+// Touches whatever bears the name, so that nothing planted in its place can hold a post up or lead
+// it elsewhere.
+bool touch(int directory, const char* file) {
+  return ::utimensat(directory, file, nullptr, AT_SYMLINK_NOFOLLOW) == 0;
+}
+
+bool create(int directory, const char* file) {
+  const int flags = O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  return static_cast<bool>(Descriptor(::openat(directory, file, flags, 0644)));
+}
+
+}  // namespace
+
+bool postNotification(const DeviceRoot& root, std::string_view name) {
+  const auto file = fileNameOfNotification(name);
+  if (!file) return false;
+  // Again when the directory is removed between two steps, but not as long as somebody does that.
+  for (int tries = 0; tries < 3; ++tries) {
+    const auto directory = notifyDirectory(root);
+    if (!directory) return false;
+    if (touch(directory->get(), file->c_str())) return true;
+    if (errno != ENOENT) return false;
+    create(directory->get(), file->c_str());
+    if (touch(directory->get(), file->c_str())) return true;
+  }
+  return false;
+}
+
+struct NotificationWatcher::Observer {
+  std::string file;
+  std::uint64_t number;  // in order of registration
+  std::function<void()> callback;
+};
+
+// Shared with what it has queued on the run loop, which finds it gone when the watcher is.
+class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
+ public:
+  Watch(const DeviceRoot& root, RunLoop& run_loop) : root_(root), run_loop_(run_loop) {}
+
+  Token observe(std::string_view name, std::function<void()> callback) {
+    auto file = fileNameOfNotification(name);
+    if (!file || !start()) return nullptr;
+    collect();  // what has been posted until now is not for the new one
+    std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
+    auto observer = std::make_shared<const Observer>(
+        Observer{std::move(*file), next_number_++, std::move(callback)});
+    observers_.push_back(observer);
+    return observer;
+  }
+
+  void close() {
+    observers_.clear();
+    due_.clear();
+    closed_ = true;
+  }
+
+ private:
+  // Posted, and for the observers that were there by then.
+  struct Due {
+    std::string file;
+    std::uint64_t before_number;
+  };
+
+  bool start() {
+    if (!inotify_) {
+      inotify_ = Descriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+      if (!inotify_) return false;
+      source_ = run_loop_.watch(inotify_.get(), [weak = weak_from_this()] {
+        if (const auto watch = weak.lock()) watch->collect();
+      });
+    }
+    return watched_ >= 0 || arm();
+  }
+
+  // Watches the directory that now has the name, through its descriptor: the path itself could lead
+  // out of the root. The descriptor mustn't stay: a removed directory is only given up for lost
+  // once nobody holds it.
+  bool arm() {
+    const auto directory = notifyDirectory(root_);
+    const int before = std::exchange(watched_, -1);
+    if (directory) {
+      const std::string path = "/proc/self/fd/" + std::to_string(directory->get());
+      watched_ =
+          ::inotify_add_watch(inotify_.get(), path.c_str(), IN_ATTRIB | IN_MOVE_SELF | IN_ONLYDIR);
+    }
+    if (before >= 0 && before != watched_) ::inotify_rm_watch(inotify_.get(), before);
+    return watched_ >= 0;
+  }
+
+  // The directory has been replaced. What has a file in the new one was posted since.
+  void armAgain() {
+    if (!arm()) return;
+    const auto directory = notifyDirectory(root_);
+    if (!directory) return;
+    for (const auto& file : observedFiles()) {
+      struct stat status {};
+      if (::fstatat(directory->get(), file.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        notice(file);
+      }
+    }
+  }
+
+  void collect() {
+    readEvents();
+    if (due_.empty() || std::exchange(delivery_queued_, true)) return;
+    run_loop_.post([weak = weak_from_this()] {
+      if (const auto watch = weak.lock()) watch->deliver();
+    });
+  }
+
+  void readEvents() {
+    alignas(inotify_event) char buffer[16 * (sizeof(inotify_event) + NAME_MAX + 1)];
+    for (;;) {
+      const ssize_t size = ::read(inotify_.get(), buffer, sizeof buffer);
+      if (size < 0 && errno == EINTR) continue;
+      if (size <= 0) break;
+      for (const char* at = buffer; at < buffer + size;) {
+        inotify_event event;
+        std::memcpy(&event, at, sizeof event);
+        handle(event, at + sizeof event);
+        at += sizeof event + event.len;
+      }
+    }
+  }
+
+  void handle(const inotify_event& event, const char* file) {
+    if ((event.mask & IN_Q_OVERFLOW) != 0) {
+      // Anything may be among what the kernel dropped, the directory's end included.
+      for (const auto& observed : observedFiles()) notice(observed);
+      arm();
+    } else if (event.wd != watched_) {
+      // From a directory that is watched no more.
+    } else if ((event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0) {
+      armAgain();
+    } else if (event.len != 0) {
+      notice(file);
+    }
+  }
+
+  std::vector<std::string> observedFiles() const {
+    std::vector<std::string> files;
+    for (const auto& weak : observers_) {
+      if (const auto observer = weak.lock()) files.push_back(observer->file);
+    }
+    return files;
+  }
+
+  void notice(const std::string& file) {
+    const bool is_observed =
+        std::any_of(observers_.begin(), observers_.end(), [&](const auto& weak) {
+          const auto observer = weak.lock();
+          return observer && observer->file == file;
+        });
+    if (!is_observed) return;
+    const auto due =
+        std::find_if(due_.begin(), due_.end(), [&](const Due& one) { return one.file == file; });
+    if (due == due_.end())
+      due_.push_back({file, next_number_});
+    else
+      due->before_number = next_number_;
+  }
+
+  void deliver() {
+    readEvents();  // a post until this very moment belongs to the same delivery
+    delivery_queued_ = false;
+    const auto observers = observers_;  // the callbacks may change ours
+    for (const Due& due : std::exchange(due_, {})) {
+      for (const auto& weak : observers) {
+        const auto observer = weak.lock();
+        if (!observer || observer->file != due.file || observer->number >= due.before_number)
+          continue;
+        observer->callback();
+        if (closed_) return;
+      }
+    }
+  }
+
+  const DeviceRoot& root_;
+  RunLoop& run_loop_;
+  Descriptor inotify_;
+  RunLoop::SourceToken source_;
+  int watched_ = -1;
+  std::vector<std::weak_ptr<const Observer>> observers_;
+  std::uint64_t next_number_ = 0;
+  std::vector<Due> due_;  // in order of the first post
+  bool delivery_queued_ = false;
+  bool closed_ = false;
+};
+
+NotificationWatcher::NotificationWatcher(const DeviceRoot& root, RunLoop& run_loop)
+    : watch_(std::make_shared<Watch>(root, run_loop)) {}
+
+NotificationWatcher::~NotificationWatcher() {
+  watch_->close();
+}
+
+NotificationWatcher::Token NotificationWatcher::observe(std::string_view name,
+                                                        std::function<void()> callback) {
+  return watch_->observe(name, std::move(callback));
+}
+
+}  // namespace host::files
