@@ -1,0 +1,54 @@
+#include "host/drawing/key_painter.h"
+
+#include <cmath>
+
+#include "host/drawing/cairo_handles.h"
+#include "host/drawing/label.h"
+#include "host/drawing/pixels.h"
+#include "host/drawing/shapes.h"
+
+namespace host::drawing {
+namespace {
+
+constexpr Rect moved(const Rect& rect, Point by) {
+  return {rect.x + by.x, rect.y + by.y, rect.width, rect.height};
+}
+
+/// What shows of the edge below the face. None of it lies under the face, which may be translucent.
+void drawEdge(cairo_t* context, const EdgeEffect& edge, const Rect& face, double radius,
+              double scale) {
+  const SavedState saved(context);
+  clipOut(context, face, radius);
+  setSource(context, edge.color);
+  addRoundedRect(context, moved(face, {0, toLineWidth(edge.depth_pt, scale)}), radius);
+  cairo_fill(context);
+}
+
+void drawSymbols(cairo_t* context, const KeyPicture& key, const Rect& face, double scale,
+                 Fonts& fonts) {
+  if (!key.secondary_symbol) {
+    if (key.symbol) drawSymbol(context, *key.symbol, face, scale, fonts);
+    return;
+  }
+  const double upper = std::round(face.height * 0.45);
+  drawSymbol(context, *key.secondary_symbol, {face.x, face.y, face.width, upper}, scale, fonts);
+  if (!key.symbol) return;
+  const Rect lower{face.x, face.y + upper, face.width, face.height - upper};
+  drawSymbol(context, *key.symbol, lower, scale, fonts);
+}
+
+}  // namespace
+
+void drawKey(cairo_t* context, const KeyPicture& key, double scale, Fonts& fonts) {
+  const Rect face = toPixels(key.frame, scale);
+  if (!isDrawable(face)) return;
+  const double radius = key.corner_radius_pt * scale;
+  if (key.edge) drawEdge(context, *key.edge, face, radius, scale);
+  if (key.background) {
+    addRoundedRect(context, face, radius);
+    fillPath(context, *key.background, face);
+  }
+  drawSymbols(context, key, face, scale, fonts);
+}
+
+}  // namespace host::drawing

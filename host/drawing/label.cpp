@@ -1,0 +1,92 @@
+#include "host/drawing/label.h"
+
+#include <cmath>
+
+#include "host/drawing/glyphs.h"
+#include "host/drawing/pixels.h"
+#include "host/drawing/shapes.h"
+#include "host/drawing/text.h"
+
+namespace host::drawing {
+namespace {
+
+/// Draws in `color`. The strokes of a glyph overlap, so it becomes translucent as a whole.
+template <typename Draw>
+void drawIn(cairo_t* context, const Rgba& color, Draw draw) {
+  if (color.alpha >= 1) {
+    setSource(context, color);
+    draw();
+    return;
+  }
+  cairo_push_group(context);
+  setSource(context, {color.red, color.green, color.blue, 1});
+  draw();
+  cairo_pop_group_to_source(context);
+  cairo_paint_with_alpha(context, color.alpha);
+}
+
+/// Draws displaced in the etch colour, then in the text colour. A theme may ask for any offset; an
+/// etch that would lie beyond every picture, or nowhere, is left out.
+template <typename Draw>
+void drawEtched(cairo_t* context, const TextStyle& style, double scale, Draw draw) {
+  const Point offset{std::round(style.etch_offset_pt.x * scale),
+                     std::round(style.etch_offset_pt.y * scale)};
+  const bool is_near = std::fabs(offset.x) <= kMaxSide && std::fabs(offset.y) <= kMaxSide;
+  if (style.etch_color && style.etch_color->alpha > 0 && is_near) {
+    drawIn(context, *style.etch_color, [&] { draw(offset); });
+  }
+  drawIn(context, style.color, [&] { draw(Point{}); });
+}
+
+bool isSmallLetter(std::string_view text) {
+  return text.size() == 1 && text[0] >= 'a' && text[0] <= 'z';
+}
+
+/// How far below an area's middle the baseline of `text` lies, in ems. Words and capitals are
+/// centred by the height of a capital, so that all words of a row stand on one line. A lone small
+/// letter would look low that way, and by its own height high.
+double baselineDrop(std::string_view text, const Face& face) {
+  if (isSmallLetter(text)) return (face.capHeight() + face.xHeight()) / 4;
+  return face.capHeight() / 2;
+}
+
+SetText setToFit(std::string_view text, const Face* face, double size_px, double width,
+                 Fonts& fonts) {
+  SetText set = setText(text, face, size_px, fonts);
+  const double wide = set.ink_right - set.ink_left;
+  if (wide <= width || width <= 0) return set;
+  return setText(text, face, size_px * width / wide, fonts);
+}
+
+void drawText(cairo_t* context, std::string_view text, const TextStyle& style, const Rect& area,
+              double scale, Fonts& fonts) {
+  constexpr double kPadding = 2;
+  const Face* face = fonts.named(style.font_name);
+  if (!face) return;
+  const double size_px = style.size_pt * scale;
+  const SetText set = setToFit(text, face, size_px, area.width - 2 * kPadding * scale, fonts);
+  const Point center = centerOf(area);
+  const double x = center.x - (set.ink_left + set.ink_right) / 2;
+  // A text set smaller stays on the line of its row.
+  const double y = std::round(center.y + baselineDrop(text, *face) * size_px);
+  drawEtched(context, style, scale,
+             [&](Point offset) { showText(context, set, x + offset.x, y + offset.y); });
+}
+
+}  // namespace
+
+void drawSymbol(cairo_t* context, const Symbol& symbol, const Rect& area, double scale,
+                Fonts& fonts) {
+  const TextStyle& style = symbol.style;
+  if (const auto* text = std::get_if<std::string>(&symbol.mark)) {
+    drawText(context, *text, style, area, scale, fonts);
+    return;
+  }
+  const Glyph glyph = std::get<Glyph>(symbol.mark);
+  drawEtched(context, style, scale, [&](Point offset) {
+    const Point center = centerOf(area);
+    drawGlyph(context, glyph, {center.x + offset.x, center.y + offset.y}, style.size_pt * scale);
+  });
+}
+
+}  // namespace host::drawing

@@ -1,0 +1,76 @@
+#pragma once
+
+// What holds of every board, for the compiler to check.
+
+#include <algorithm>
+
+#include "host/keyboard/boards/board.h"
+
+namespace host::boards {
+
+/// The units that `row` takes with every key of it there, but for the key that takes the rest.
+constexpr double fullWidth(const Row& row) {
+  double units = 0;
+  for (const Key& key : row.keys) units += key.lead + key.width;
+  return units;
+}
+
+constexpr bool takesRest(const Row& row) {
+  return std::ranges::count(row.keys, kRest, &Key::width) == 1;
+}
+
+/// Whether `row` fills a board of `units` with every key of it there, and the key that takes the
+/// rest is still wide enough to be one.
+constexpr bool fits(const Row& row, double units) {
+  constexpr double kLeastRest = 2;
+  return takesRest(row) ? fullWidth(row) + kLeastRest <= units : fullWidth(row) <= units;
+}
+
+/// Conditions tell the keys of a keyplane apart by name alone.
+constexpr bool namesAreUnique(const Keyplane& keyplane) {
+  for (const Row& row : keyplane.rows) {
+    for (const Key& key : row.keys) {
+      std::ptrdiff_t count = 0;
+      for (const Row& other : keyplane.rows) {
+        count += std::ranges::count(other.keys, key.name, &Key::name);
+      }
+      if (key.name.empty() || count != 1) return false;
+    }
+  }
+  return true;
+}
+
+/// A key shows a label or a drawn symbol, never both, and only the space may be without words.
+constexpr bool everyKeyShowsSomething(const Keyplane& keyplane) {
+  return std::ranges::all_of(keyplane.rows, [](const Row& row) {
+    return std::ranges::all_of(
+        row.keys, [](const Key& key) { return (key.shape == Shape::text) != key.label.empty(); });
+  });
+}
+
+constexpr bool rowsAreCounted(const Keyplane& keyplane) {
+  int expected = 0;
+  return std::ranges::all_of(keyplane.rows, [&](const Row& row) { return row.hint == ++expected; });
+}
+
+constexpr bool metricsHold(const Metrics& metrics, const Keyplane& keyplane) {
+  const double units = (metrics.size.width - 2 * metrics.margin) / metrics.unit;
+  const double rows = static_cast<double>(keyplane.rows.size());
+  return metrics.face_height < metrics.row_pitch && metrics.face_gap < metrics.unit &&
+         // The last row keeps room below it for the edge of its keys.
+         metrics.top + (rows - 1) * metrics.row_pitch + metrics.face_height + 1 <=
+             metrics.size.height &&
+         std::ranges::all_of(keyplane.rows, [&](const Row& row) { return fits(row, units); });
+}
+
+constexpr bool isSound(const Board& board) {
+  int expected = 0;
+  return !board.name.empty() && board.keyplanes.size() == 4 &&
+         std::ranges::all_of(board.keyplanes, [&](const Keyplane& keyplane) {
+           return static_cast<int>(keyplane.plane) == expected++ && namesAreUnique(keyplane) &&
+                  everyKeyShowsSomething(keyplane) && rowsAreCounted(keyplane) &&
+                  metricsHold(board.portrait, keyplane) && metricsHold(board.landscape, keyplane);
+         });
+}
+
+}  // namespace host::boards

@@ -1,0 +1,62 @@
+#pragma once
+
+// The system's own look, as the names that a theme may define anew. Nothing is drawn but from a
+// colour name of these tables. All answers are constant data of the program; any thread may ask.
+
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "host/drawing/plain.h"
+#include "host/keyboard/boards/board.h"
+
+namespace host::boards {
+
+/// The light keyboard, and the dark one over alerts.
+enum class Look { standard, alert };
+
+/// States of a key, as a key answers when asked.
+enum class KeyState : int { disabled = 1, normal = 2, pressed = 4 };
+
+struct NamedColor {
+  std::string_view name;
+  drawing::Rgba color;
+};
+
+/// A gradient by the names of its colours; flat when both are the same name.
+struct NamedGradient {
+  std::string_view name;
+  std::string_view start;
+  std::string_view end;
+};
+
+/// How the system draws a key. An empty name stands for none.
+struct KeyLook {
+  std::string_view gradient;
+  std::string_view text_color;
+  std::string_view secondary_text_color;
+  std::string_view etch_color;
+  std::string_view edge_color;
+  std::string_view font_name;
+  double font_size_pt;
+  double secondary_font_size_pt;
+  drawing::Point etch_offset_pt;
+};
+
+/// Every colour and every gradient, sorted by name.
+std::span<const NamedColor> systemColors();
+std::span<const NamedGradient> systemGradients();
+
+/// The colour of that name; none for a name that the system doesn't know.
+std::optional<drawing::Rgba> systemColor(std::string_view name);
+
+/// The gradient of that name; null for a name that the system doesn't know.
+const NamedGradient* systemGradient(std::string_view name);
+
+/// How the system draws a key of `role` in `state`; a number that is no KeyState looks normal.
+KeyLook systemKeyLook(Role role, Look look, int state);
+
+/// The name of the gradient behind the keys.
+std::string_view systemBackgroundGradient(Look look);
+
+}  // namespace host::boards
