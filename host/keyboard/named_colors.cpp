@@ -1,0 +1,82 @@
+#include "host/keyboard/named_colors.h"
+
+#include <string_view>
+#include <utility>
+
+#include "host/keyboard/boards/system_look.h"
+#include "host/runtime/class_table.h"
+#include "host/runtime/hooking.h"
+#include "host/views/color.h"
+#include "platform/keyboard.h"
+
+namespace host::keyboard {
+
+namespace {
+
+using platform::CGColorRef;
+using platform::Retained;
+
+std::optional<NamedColors>& ownColors() {
+  static std::optional<NamedColors> colors;
+  return colors;
+}
+
+/// The colour objects handed out so far: who asks for a colour doesn't own it.
+std::map<std::string, Retained<CGColorRef>, std::less<>>& handedOut() {
+  static auto& colors = *new std::map<std::string, Retained<CGColorRef>, std::less<>>;
+  return colors;
+}
+
+std::optional<std::array<double, 4>> systemComponents(std::string_view name) {
+  if (ownColors()) {
+    const auto found = ownColors()->find(name);
+    if (found == ownColors()->end()) return std::nullopt;
+    return found->second;
+  }
+  const auto color = boards::systemColor(name);
+  if (!color) return std::nullopt;
+  return std::array{color->red, color->green, color->blue, color->alpha};
+}
+
+CGColorRef systemColor(std::string_view name) {
+  runtime::platformImplementationRuns("UIKBGetNamedColor");
+  auto& colors = handedOut();
+  auto found = colors.find(name);
+  if (found == colors.end()) {
+    const auto components = systemComponents(name);
+    if (!components) return {};
+    found = colors.emplace(name, views::makeColor(*components)).first;
+  }
+  return found->second.get();
+}
+
+runtime::HookableFunction<CGColorRef(std::string_view)>& namedColorFunction() {
+  static auto& function = *new runtime::HookableFunction<CGColorRef(std::string_view)>(
+      "UIKBGetNamedColor", &platform::UIKBGetNamedColor, &systemColor);
+  return function;
+}
+
+// Hooks look the function up before anybody calls it.
+[[maybe_unused]] const auto& registered = namedColorFunction();
+
+}  // namespace
+
+void setSystemColors(std::optional<NamedColors> colors) {
+  ownColors() = std::move(colors);
+  handedOut().clear();
+}
+
+}  // namespace host::keyboard
+
+namespace platform {
+
+CGColorRef UIKBGetNamedColor(std::string_view name) {
+  return host::keyboard::namedColorFunction()(name);
+}
+
+CGColorSpaceRef UIKBColorSpace() {
+  static auto* const space = new objc_object(host::runtime::defineClass("CGColorSpace"));
+  return CGColorSpaceRef(space);
+}
+
+}  // namespace platform

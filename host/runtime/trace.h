@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host::runtime {
+
+/// One thing that the library asked of the platform.
+struct Event {
+  enum class Kind { kLog, kRead, kExists, kShell, kCache, kObserve, kHook, kPrevious };
+  Kind kind;
+  std::string text;
+};
+
+/// Notes an event while recording is on.
+void record(Event::Kind kind, std::string_view text);
+
+/// Turns recording on; it is off at first, and costs nothing then.
+void startRecording();
+
+/// What has been recorded since the last call, in order.
+std::vector<Event> takeEvents();
+
+}  // namespace host::runtime

@@ -1,0 +1,64 @@
+#include "host/system/log.h"
+
+#include <cstdio>
+#include <string>
+#include <syslog.h>
+#include <utility>
+
+#include "host/plist/description.h"
+#include "host/runtime/trace.h"
+#include "platform/foundation.h"
+
+namespace host::system {
+
+namespace {
+
+std::function<void(std::string_view)>& logEcho() {
+  static std::function<void(std::string_view)> echo;
+  return echo;
+}
+
+struct ArgumentText {
+  std::string operator()(std::monostate) const { return "(null)"; }
+  std::string operator()(std::string_view text) const { return plist::escapeControls(text); }
+  std::string operator()(platform::PropertyListView value) const { return plist::describe(value); }
+  std::string operator()(int number) const { return std::to_string(number); }
+  std::string operator()(const void* address) const {
+    char text[32];
+    std::snprintf(text, sizeof text, "%p", address);
+    return text;
+  }
+};
+
+/// `format` with each conversion replaced. What an argument holds is never read as a format.
+std::string formatLine(std::string_view format,
+                       std::initializer_list<platform::LogArgument> arguments) {
+  std::string line;
+  const auto* next = arguments.begin();
+  for (;;) {
+    const auto percent = format.find('%');
+    line.append(format.substr(0, percent));
+    if (percent == std::string_view::npos || percent + 1 == format.size()) return line;
+    if (next != arguments.end()) line += std::visit(ArgumentText(), (next++)->value());
+    format.remove_prefix(percent + 2);
+  }
+}
+
+}  // namespace
+
+void setLogEcho(std::function<void(std::string_view)> echo) {
+  logEcho() = std::move(echo);
+}
+
+}  // namespace host::system
+
+namespace platform {
+
+void NSLog(std::string_view format, std::initializer_list<LogArgument> arguments) {
+  const std::string line = host::system::formatLine(format, arguments);
+  host::runtime::record(host::runtime::Event::Kind::kLog, line);
+  syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
+  if (const auto& echo = host::system::logEcho()) echo(line);
+}
+
+}  // namespace platform

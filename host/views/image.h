@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "host/images/bitmap.h"
+#include "host/runtime/object.h"
+#include "platform/graphics.h"
+
+namespace host::views {
+
+/// A decoded picture, and the device path of the file that it came from.
+struct BitmapObject final : objc_object {
+  BitmapObject(images::Bitmap pixels, std::string filePath);
+  images::Bitmap bitmap;
+  std::string path;
+};
+
+/// A bitmap for a scale, in pixels a point.
+struct ImageObject final : objc_object {
+  ImageObject(platform::Retained<platform::CGImageRef> pixels, double imageScale);
+  const BitmapObject* bitmap() const { return runtime::as<BitmapObject>(image.get()); }
+  platform::Retained<platform::CGImageRef> image;  ///< may be null
+  double scale;
+};
+
+}  // namespace host::views

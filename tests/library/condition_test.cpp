@@ -1,0 +1,85 @@
+#include "styles/condition.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace prismal {
+namespace {
+
+/// A key named "A" of row 1, hint 7, display type "TopRow", in control state 3.
+const KeyIdentity kKey({.name = "A",
+                        .displayTypeName = "UIKBKeyDisplayTypeTopRow",
+                        .displayTypeHint = 7,
+                        .displayRowHint = 1});
+constexpr int kState = 3;
+
+struct Case {
+  std::string_view condition;
+  bool holds;
+};
+
+class Condition : public testing::TestWithParam<Case> {};
+
+TEST_P(Condition, HoldsOrNot) {
+  EXPECT_EQ(PMStyleConditionMatches(GetParam().condition, kKey, kState), GetParam().holds)
+      << GetParam().condition;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Terms, Condition,
+    testing::Values(Case{"KeyName=A", true}, Case{"KeyName=a", false}, Case{"KeyName=B,A", true},
+                    Case{"KeyName=B, A", false}, Case{"Row=Row1", true}, Case{"Row=1", false},
+                    Case{"Row=Row01", false}, Case{"Row=Row2,Row1", true},
+                    Case{"DisplayTypeHint=7", true}, Case{"DisplayTypeHint=07", false},
+                    Case{"DisplayTypeHint= 7", false}, Case{"DisplayTypeHint=", false}));
+
+INSTANTIATE_TEST_SUITE_P(
+    DisplayTypes, Condition,
+    testing::Values(Case{"DisplayType=TopRow", true}, Case{"DisplayType=Top-Row", true},
+                    Case{"DisplayType=-T-opRow--", true}, Case{"DisplayType=Letter,Top-Row", true},
+                    Case{"DisplayType=TopRo", false}, Case{"DisplayType=TopRowX", false},
+                    Case{"DisplayType=toprow", false}, Case{"DisplayType=", false},
+                    Case{"DisplayType=-", false}));
+
+INSTANTIATE_TEST_SUITE_P(
+    ControlStatesAreNumbers, Condition,
+    testing::Values(Case{"ControlState=3", true}, Case{"ControlState=03", true},
+                    Case{"ControlState= 3", true}, Case{"ControlState=+3x", true},
+                    Case{"ControlState=2,3", true}, Case{"ControlState=-3", false},
+                    Case{"ControlState=x3", false}, Case{"ControlState=- 3", false},
+                    Case{"ControlState=", false}, Case{"ControlState=4294967299", false},
+                    Case{"ControlState=99999999999999999999999999", false}));
+
+INSTANTIATE_TEST_SUITE_P(TermsHoldJointly, Condition,
+                         testing::Values(Case{"KeyName=A;Row=Row1", true},
+                                         Case{"KeyName=A;Row=Row2", false}, Case{"*", true},
+                                         Case{"KeyName=A;*", true}, Case{"*;KeyName=B", true},
+                                         Case{"KeyName=B;*", false}, Case{"KeyName=A;*;;", true}));
+
+INSTANTIATE_TEST_SUITE_P(NothingIsTrimmedOrForgiven, Condition,
+                         testing::Values(Case{"", false}, Case{";", false},
+                                         Case{"KeyName=A;", false}, Case{";KeyName=A", false},
+                                         Case{"KeyName=A;;Row=Row1", false},
+                                         Case{" KeyName=A", false}, Case{"keyname=A", false},
+                                         Case{"KeyName =A", false}, Case{" *", false},
+                                         Case{"**", false}, Case{"Name=A", false},
+                                         Case{"KeyName", false}));
+
+TEST(ConditionOnAKeyWithoutAName, FailsEvenForTheEmptyValue) {
+  const KeyIdentity nameless({.name = std::nullopt, .displayTypeName = "UIKBKeyDisplayType"});
+  const KeyIdentity empty({.name = "", .displayTypeName = "short"});
+  EXPECT_FALSE(PMStyleConditionMatches("KeyName=", nameless, kState));
+  EXPECT_FALSE(PMStyleConditionMatches("KeyName=A,", nameless, kState));
+  EXPECT_TRUE(PMStyleConditionMatches("KeyName=A,", empty, kState));
+  // Neither display type has a name behind the prefix, so the empty value fits.
+  EXPECT_TRUE(PMStyleConditionMatches("DisplayType=", nameless, kState));
+  EXPECT_TRUE(PMStyleConditionMatches("DisplayType=X,-", empty, kState));
+}
+
+TEST(ConditionOnNegativeHints, ComparesTheirText) {
+  const KeyIdentity key({.name = "A", .displayTypeHint = -1, .displayRowHint = -2147483647 - 1});
+  EXPECT_TRUE(PMStyleConditionMatches("DisplayTypeHint=-1;Row=Row-2147483648", key, kState));
+}
+
+}  // namespace
+}  // namespace prismal
