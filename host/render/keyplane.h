@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/keyboard/boards/layout.h"
+#include "host/keyboard/boards/system_look.h"
+#include "platform/keyboard.h"
+
+namespace host::render {
+
+/// Which keyplane is shown, and how.
+struct KeyplaneChoice {
+  const boards::Board* board = nullptr;
+  boards::Plane plane = boards::Plane::small_letters;
+  boards::Orientation orientation = boards::Orientation::portrait;
+  boards::Look look = boards::Look::standard;
+  boards::Variant variant;
+};
+
+struct LiveKey {
+  boards::PlacedKey placed;
+  platform::Retained<platform::UIKBTree> tree;
+};
+
+/// A keyplane of a board with the objects by which the keyboard knows it.
+struct LiveKeyplane {
+  boards::PlacedKeyplane placed;
+  double cornerRadius_pt = 0;
+  platform::Retained<platform::UIKBTree> tree;
+  std::vector<LiveKey> keys;
+};
+
+LiveKeyplane makeKeyplane(const KeyplaneChoice& choice);
+
+/// Makes the keyboard of this process show `keyplane`: turned the way it is, with a background view
+/// of its size.
+void show(const LiveKeyplane& keyplane, const KeyplaneChoice& choice);
+
+/// Presses the key of that name, or with that label. False when there is none.
+bool press(LiveKeyplane& keyplane, std::string_view nameOrLabel);
+
+}  // namespace host::render

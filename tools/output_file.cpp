@@ -1,0 +1,50 @@
+#include "output_file.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fstream>
+#include <system_error>
+#include <unistd.h>
+
+namespace tools {
+
+namespace fs = std::filesystem;
+using host::files::Done;
+using host::files::Failure;
+using host::files::Result;
+
+namespace {
+
+Result<Done> writeStandardOutput(std::string_view bytes) {
+  if (isatty(STDOUT_FILENO)) return Failure(EINVAL, "a picture is not for a terminal");
+  const bool whole = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
+  if (!whole || std::fflush(stdout) != 0) return Failure(errno);
+  return Done();
+}
+
+}  // namespace
+
+Result<Done> writeOutput(const fs::path& path, std::string_view bytes) {
+  if (path == "-") return writeStandardOutput(bytes);
+  std::error_code error;
+  // What is no file, such as a pipe, can't be replaced and needs no care.
+  const bool replaces = !fs::exists(path, error) || fs::is_regular_file(path, error);
+  fs::path target = path;
+  if (replaces) target += ".part" + std::to_string(getpid());
+  std::ofstream file(target, std::ios::binary | std::ios::trunc);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file) {
+    const Failure failure(errno != 0 ? errno : EIO);
+    if (replaces) fs::remove(target, error);
+    return failure;
+  }
+  if (!replaces) return Done();
+  fs::rename(target, path, error);
+  if (!error) return Done();
+  const Failure failure(error.value());
+  fs::remove(target, error);
+  return failure;
+}
+
+}  // namespace tools

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+#include "host/files/result.h"
+
+namespace tools {
+
+/// The bytes of a regular file of this machine (64 MiB at most), or why there are none.
+host::files::Result<std::string> readTextFile(const std::string& path);
+
+}  // namespace tools
