@@ -1,0 +1,32 @@
+# Installs what a fresh Debian 12 lacks. Sourced by the other scripts; nothing happens when all is
+# there.
+
+# packages_for_build, packages_for_pictures: what is needed, by Debian's names.
+packages_for_build="g++ cmake ninja-build pkg-config libexpat1-dev libpng-dev libjpeg62-turbo-dev \
+libcairo2-dev libfreetype-dev libharfbuzz-dev libfontconfig-dev fontconfig fonts-inter \
+nlohmann-json3-dev libcli11-dev libgtest-dev"
+packages_for_pictures="librsvg2-bin"
+
+install_packages() {
+  local missing="" package
+  for package in "$@"; do
+    if [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+      missing="$missing $package"
+    fi
+  done
+  [ -z "$missing" ] && return 0
+  echo "Installing:$missing"
+  local as_root=""
+  [ "$(id -u)" -eq 0 ] || as_root="sudo"
+  $as_root apt-get update -qq
+  # shellcheck disable=SC2086 # a list of words
+  $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing
+}
+
+# build PRESET: configures and builds, in build/PRESET.
+build() {
+  # shellcheck disable=SC2086 # a list of words
+  install_packages $packages_for_build
+  [ -f "build/$1/build.ninja" ] || cmake --preset "$1"
+  cmake --build --preset "$1"
+}
