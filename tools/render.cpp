@@ -102,7 +102,8 @@ host::files::Result<std::string> drawKeyboard(const RenderOptions& options) {
   auto keyplane = host::render::makeKeyplane(choice);
   for (const std::string& key : options.pressed) {
     if (!host::render::press(keyplane, key)) {
-      return Failure(EINVAL, "--press " + key + ": this keyplane has no such key");
+      return Failure(EINVAL, "--press " + key + ": no such key; this keyplane has" +
+                                 host::render::keyNames(keyplane));
     }
   }
   host::render::show(keyplane, choice);
@@ -115,6 +116,9 @@ host::files::Result<std::string> drawKeyboard(const RenderOptions& options) {
 int render(const RenderOptions& options) {
   if (options.theme.empty() && !options.system && !options.deviceRoot) {
     return refuse("name a THEME, or --system, or --device-root");
+  }
+  if (!options.theme.empty() && options.deviceRoot) {
+    return refuse("a THEME or --device-root, not both: one is drawn in place of the other");
   }
   const RenderDevice device(options.deviceRoot);
   auto root = device.open();

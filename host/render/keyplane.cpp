@@ -72,6 +72,12 @@ void show(const LiveKeyplane& keyplane, const KeyplaneChoice& choice) {
   keyboard::showKeyboard(keyboard.layout.get(), keyplane.tree.get());
 }
 
+std::string keyNames(const LiveKeyplane& keyplane) {
+  std::string names;
+  for (const LiveKey& key : keyplane.keys) names.append(" ").append(key.placed.key->name);
+  return names;
+}
+
 bool press(LiveKeyplane& keyplane, std::string_view nameOrLabel) {
   for (const LiveKey& key : keyplane.keys) {
     if (key.placed.key->name != nameOrLabel && key.placed.key->label != nameOrLabel) continue;

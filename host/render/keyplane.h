@@ -38,6 +38,9 @@ LiveKeyplane makeKeyplane(const KeyplaneChoice& choice);
 /// of its size.
 void show(const LiveKeyplane& keyplane, const KeyplaneChoice& choice);
 
+/// The names of its keys, each behind a space, for messages.
+std::string keyNames(const LiveKeyplane& keyplane);
+
 /// Presses the key of that name, or with that label. False when there is none.
 bool press(LiveKeyplane& keyplane, std::string_view nameOrLabel);
 

@@ -20,8 +20,11 @@ using runtime::as;
 namespace {
 
 constexpr drawing::Rgba kClear{0, 0, 0, 0};
+/// What text is drawn in when nobody knows its colour: what a fresh context has. So keys keep their
+/// labels when the master switch takes a theme's own names away.
+constexpr drawing::Rgba kContextColor{0, 0, 0, 1};
 
-/// The colour that the keyboard knows by that name; none draws nothing.
+/// The colour that the keyboard knows by that name; none when it knows none.
 std::optional<drawing::Rgba> colorNamed(const std::optional<std::string>& name) {
   if (!name) return std::nullopt;
   const auto* const color = as<views::ColorObject>(platform::UIKBGetNamedColor(*name));
@@ -84,17 +87,16 @@ std::optional<drawing::Glyph> glyphOf(boards::Shape shape) {
   return std::nullopt;
 }
 
-/// None when there is nothing to draw, or no colour to draw it in.
+/// None for a key that has no style for its text.
 std::optional<drawing::Symbol> symbolOf(platform::UIKBTextStyle handle,
                                         std::variant<std::string, drawing::Glyph> mark) {
   const auto* const style = as<keyboard::TextStyleObject>(handle);
-  const auto color = style ? colorNamed(style->textColor) : std::nullopt;
-  if (!color) return std::nullopt;
+  if (!style) return std::nullopt;
   drawing::Symbol symbol;
   symbol.mark = std::move(mark);
   symbol.style.font_name = style->fontName.value_or("");
   symbol.style.size_pt = style->fontSize_pt;
-  symbol.style.color = *color;
+  symbol.style.color = colorNamed(style->textColor).value_or(kContextColor);
   symbol.style.etch_color = colorNamed(style->etchColor);
   symbol.style.etch_offset_pt = {style->etchOffset.first, style->etchOffset.second};
   return symbol;

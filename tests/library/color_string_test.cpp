@@ -45,6 +45,10 @@ INSTANTIATE_TEST_SUITE_P(CountedInCharacters, ColorString,
                          testing::Values(Case{"\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9\u00e9F",
                                               Rgba{0, 0, 0, 0}},
                                          Case{"FF\u00e9FF", {}},
+                                         // Letters that are several in upper case.
+                                         Case{"#FF0000\u00df", Rgba{0xff, 0x00, 0x00, 0x00}},
+                                         Case{"#\ufb0000FF\ufb00", Rgba{0xff, 0x00, 0xff, 0xff}},
+                                         Case{"FF0000F\u00df", {}},
                                          Case{"#FF00FF\U0001F600", Rgba{0xff, 0x00, 0xff, 0x00}}));
 
 }  // namespace

@@ -89,7 +89,7 @@ struct BackgroundTraits {
   Nullable<Gradient> backgroundGradient;
 };
 
-/// An image that a view shows before the first step; its file is read when the view is made.
+/// An image that a view shows before the first step; nothing is read for it.
 struct Image {
   Nullable<std::string> path;
   Nullable<double> scale;

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -31,9 +32,13 @@ constexpr std::string_view kThemesFolder = "/var/mobile/Library/Prismal/Themes/"
 constexpr std::string_view kImages = "BackgroundImages";
 constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 
-/// Whether a picture's path is relative to the theme's folder; all others are device paths already.
-bool isRelative(std::string_view path) {
-  return !path.empty() && !path.starts_with('/');
+/// A picture's path as it lies in the theme's folder; none when it is a device path already or
+/// leads out of the folder.
+std::optional<std::string> pathInFolder(std::string_view path) {
+  if (path.empty() || path.starts_with('/')) return std::nullopt;
+  const std::string inFolder = fs::path(path).lexically_normal().string();
+  if (inFolder == ".." || inFolder.starts_with("../")) return std::nullopt;
+  return inFolder;
 }
 
 }  // namespace
@@ -69,12 +74,12 @@ Result<Done> ThemeSource::putOn(const DeviceRoot& device) const {
   Builder builder;
   std::vector<Builder::Entry> images;
   for (const auto& [key, value] : list_.objectForKey(kImages).entries()) {
-    const auto path = value.string();
-    if (!path || !isRelative(*path)) {
+    const auto path = pathInFolder(value.string().value_or(""));
+    if (!path) {
       images.push_back({key, value});
       continue;
     }
-    const std::string devicePath = folder + std::string(*path);
+    const std::string devicePath = folder + *path;
     copyPicture(device, *path, devicePath);
     copyPicture(device, prismal::doubleResolutionPath(*path),
                 prismal::doubleResolutionPath(devicePath));
