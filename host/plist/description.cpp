@@ -14,7 +14,6 @@
 
 namespace host::plist {
 
-using platform::PropertyListEntry;
 using platform::PropertyListView;
 
 namespace {

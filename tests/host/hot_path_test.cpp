@@ -5,6 +5,7 @@
 #include <new>
 #include <string>
 
+#include "allocation_count.h"
 #include "backgrounds/background_lookup.h"
 #include "hooks/class_references.h"
 #include "hooks/hook_table.h"
@@ -19,24 +20,6 @@
 #include "styles/condition.h"
 #include "styles/style_matching.h"
 #include "styles/style_table.h"
-
-namespace {
-
-std::size_t allocations = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++allocations;
-  if (void* const memory = std::malloc(size)) return memory;
-  throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
 
 namespace prismal {
 namespace {
@@ -78,9 +61,9 @@ class HotPath : public testing::Test {
   template <class Call>
   static std::size_t secondTime(Call call) {
     call();
-    const std::size_t before = allocations;
+    const std::size_t before = tests::allocationCount();
     call();
-    return allocations - before;
+    return tests::allocationCount() - before;
   }
 
   platform::Retained<platform::UIKBTree> keyplane_ =
