@@ -123,6 +123,9 @@ int render(const RenderOptions& options) {
   const RenderDevice device(options.deviceRoot);
   auto root = device.open();
   if (!root) return refuse(device.path().string() + ": " + root.reason());
+  if (root->isMachineRoot()) {
+    return refuse(device.path().string() + ": this machine's own root can't be a device");
+  }
   if (!options.theme.empty()) {
     const auto theme = theme::ThemeSource::read(options.theme);
     if (!theme) return refuse(theme.reason());

@@ -103,6 +103,13 @@ Result<DeviceRoot> DeviceRoot::open(const std::filesystem::path& machine_directo
   return DeviceRoot(std::move(directory), resolution);
 }
 
+bool DeviceRoot::isMachineRoot() const {
+  struct stat own {};
+  struct stat machine {};
+  return ::fstat(directory_.get(), &own) == 0 && ::stat("/", &machine) == 0 &&
+         own.st_dev == machine.st_dev && own.st_ino == machine.st_ino;
+}
+
 Result<Descriptor> DeviceRoot::open(std::string_view path, int flags) const {
   if (path.empty() || path.find('\0') != path.npos) return Failure(EINVAL);
   return openInRoot(directory_.get(), std::string(path), flags, resolution_);

@@ -32,6 +32,9 @@ class DeviceRoot {
   static Result<DeviceRoot> open(const std::filesystem::path& machine_directory, Creation creation,
                                  Resolution resolution);
 
+  /// Whether it is the root of the machine itself, which nobody can mean as a device.
+  bool isMachineRoot() const;
+
   /// A descriptor of whatever stands at `path` that only names it (O_PATH).
   Result<Descriptor> openPath(std::string_view path) const;
   /// A descriptor of the directory at `path` that only names it (O_PATH): for the *at calls.

@@ -68,8 +68,8 @@ Retained<UIImage> _PMGetBackgroundImage(std::string_view orientation, std::strin
   BackgroundKey threeFields = twoFields;
   threeFields << ";" << index;
   for (const std::uint64_t fallback : VariantFallbacks(variant)) {
-    BackgroundKey key = threeFields;
-    key << ";" << fallback;
+    BackgroundKey key;
+    if (fallback != variant) key << threeFields.view() << ";" << fallback;
     if (auto image = loadBackgroundImage(fallback == variant ? fullKey : key.view())) return image;
   }
   if (auto image = sharedImage(threeFields.view(), Miss::kForget)) return image;

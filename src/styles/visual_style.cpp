@@ -12,7 +12,7 @@ bool deviceIsTablet() {
 
 }  // namespace
 
-std::string_view visualStyleName(int visualStyle, bool isTablet) {
+std::optional<std::string_view> visualStyleName(int visualStyle) {
   switch (visualStyle) {
     case 1:
     case 2:
@@ -30,12 +30,13 @@ std::string_view visualStyleName(int visualStyle, bool isTablet) {
     case 12:
       return "iPad-Split";
     default:
-      return isTablet ? "iPad-Standard" : "iPhone-Standard";
+      return std::nullopt;
   }
 }
 
 std::string_view PMGetVisualStyleName(platform::UIKBTree keyplane) {
-  return visualStyleName(keyplane.visualStyle(), deviceIsTablet());
+  if (const auto name = visualStyleName(keyplane.visualStyle())) return *name;
+  return deviceIsTablet() ? "iPad-Standard" : "iPhone-Standard";
 }
 
 }  // namespace prismal

@@ -177,6 +177,13 @@ TEST_P(DeviceRootTest, ADeepTreeIsMadeListedAndRemoved) {
   EXPECT_TRUE(fs::is_empty(device_.machine("/")));
 }
 
+TEST_P(DeviceRootTest, KnowsTheMachinesOwnRoot) {
+  EXPECT_FALSE(root_.isMachineRoot());
+  device_.link("/machine", "/");
+  const auto machine = DeviceRoot::open(device_.machine("/machine"), DeviceRoot::Creation::kNever);
+  EXPECT_TRUE(machine->isMachineRoot());
+}
+
 TEST_P(DeviceRootTest, ListsFilesSortedByBytes) {
   for (const char* path :
        {"/var/b", "/var/a/z", "/var/a-b", "/var/a.b", "/var/Z", "/var/\xc3\xa4", "/etc/x"}) {

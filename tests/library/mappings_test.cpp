@@ -16,23 +16,16 @@
 namespace prismal {
 namespace {
 
-TEST(VisualStyle, HasAName) {
-  const std::string_view names[] = {
-      "iPhone-Standard", "iPhone-Standard", "iPhone-Alert",  "",           "",
-      "iPad-Standard",   "iPad-Standard",   "iPad-Standard", "iPad-Alert", "iPad-Standard",
-      "iPad-Split",      "iPad-Split"};
-  int style = 1;
-  for (const std::string_view name : names) {
-    for (const bool isTablet : {false, true}) {
-      const std::string_view other = isTablet ? "iPad-Standard" : "iPhone-Standard";
-      EXPECT_EQ(visualStyleName(style, isTablet), name.empty() ? other : name) << style;
-    }
-    ++style;
-  }
-  for (const int unknown : {0, 13, -1, 258}) {
-    EXPECT_EQ(visualStyleName(unknown, false), "iPhone-Standard") << unknown;
-    EXPECT_EQ(visualStyleName(unknown, true), "iPad-Standard") << unknown;
-  }
+TEST(VisualStyle, HasANameOrLeavesItToTheDevice) {
+  constexpr std::optional<std::string_view> kPhone = "iPhone-Standard";
+  constexpr std::optional<std::string_view> kTablet = "iPad-Standard";
+  constexpr std::optional<std::string_view> kSplit = "iPad-Split";
+  const std::optional<std::string_view> names[] = {
+      {},      kPhone,  kPhone,       "iPhone-Alert", {},     {},     kTablet,
+      kTablet, kTablet, "iPad-Alert", kTablet,        kSplit, kSplit, {}};
+  int style = 0;
+  for (const auto& name : names) EXPECT_EQ(visualStyleName(style++), name) << style;
+  for (const int unknown : {-1, 257, 1 << 30}) EXPECT_EQ(visualStyleName(unknown), std::nullopt);
 }
 
 TEST(ControlState, IsOneOfFiveNumbers) {
