@@ -59,21 +59,35 @@ int refuse(const std::string& reason) {
   return kTrouble;
 }
 
-/// The device root that the keyboard runs on: the one that is named, or a private one that goes
-/// with this object.
+/// The device root that the keyboard runs on: for a THEME a private one, which goes with this
+/// object, else the one whose theme is drawn.
 class RenderDevice {
  public:
-  explicit RenderDevice(const std::optional<fs::path>& named) {
-    if (!named) directory_.emplace();
-    path_ = named ? *named : directory_->path();
+  explicit RenderDevice(const RenderOptions& options) {
+    if (options.deviceRoot) {
+      path_ = *options.deviceRoot;
+    } else if (options.theme.empty() && !options.system) {
+      path_ = host::files::defaultDeviceRoot();
+    } else {
+      path_ = private_.emplace().path();
+    }
   }
+
+  /// The failure's text names the directory.
   host::files::Result<DeviceRoot> open() const {
-    return DeviceRoot::open(path_, DeviceRoot::Creation::kNever);
+    using host::files::Failure;
+    auto root = DeviceRoot::open(path_, DeviceRoot::Creation::kNever);
+    if (!root) {
+      return Failure(root.failure().error, "no device at " + path_.string() + ": " + root.reason());
+    }
+    if (root->isMachineRoot()) {
+      return Failure(EINVAL, path_.string() + ": this machine's own root can't be a device");
+    }
+    return root;
   }
-  const fs::path& path() const { return path_; }
 
  private:
-  std::optional<host::files::TemporaryDirectory> directory_;
+  std::optional<host::files::TemporaryDirectory> private_;
   fs::path path_;
 };
 
@@ -114,18 +128,12 @@ host::files::Result<std::string> drawKeyboard(const RenderOptions& options) {
 }
 
 int render(const RenderOptions& options) {
-  if (options.theme.empty() && !options.system && !options.deviceRoot) {
-    return refuse("name a THEME, or --system, or --device-root");
-  }
   if (!options.theme.empty() && options.deviceRoot) {
     return refuse("a THEME or --device-root, not both: one is drawn in place of the other");
   }
-  const RenderDevice device(options.deviceRoot);
+  const RenderDevice device(options);
   auto root = device.open();
-  if (!root) return refuse(device.path().string() + ": " + root.reason());
-  if (root->isMachineRoot()) {
-    return refuse(device.path().string() + ": this machine's own root can't be a device");
-  }
+  if (!root) return refuse(root.reason());
   if (!options.theme.empty()) {
     const auto theme = theme::ThemeSource::read(options.theme);
     if (!theme) return refuse(theme.reason());
@@ -152,8 +160,10 @@ void addRenderCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<RenderOptions>();
   options->library = libraryPath();
   CLI::App* const command = app.add_subcommand("render", "Draw the keyboard with a theme");
-  command->add_option("THEME", options->theme,
-                      "A theme folder, or a property-list file of the merged form");
+  command->add_option(
+      "THEME", options->theme,
+      "A theme folder, or a property-list file of the merged form; without it, what is "
+      "installed on the device");
   command
       ->add_option("-o,--output", options->output,
                    "The picture to write, a PNG file; - is "
@@ -181,7 +191,8 @@ void addRenderCommand(CLI::App& app, int& status) {
                    "be given several times")
       ->allow_extra_args(false);
   command->add_option("--device-root", options->deviceRoot,
-                      "Draw what is installed on this device, in place of a THEME");
+                      "The device to draw, in place of $XDG_DATA_HOME/prismal/device "
+                      "(~/.local/share/prismal/device)");
   command->add_flag("--quiet", options->quiet, "Don't show the lines that the library logs");
   command->add_option("--library", options->library,
                       "The library to load, in place of the one "
