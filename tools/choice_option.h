@@ -14,6 +14,7 @@ CLI::Option* addChoice(CLI::App& command, const std::string& name, Value& target
                        const std::string& description,
                        const std::vector<std::pair<std::string, Value>>& choices) {
   std::vector<std::string> words;
+  words.reserve(choices.size());
   for (const auto& choice : choices) words.push_back(choice.first);
   const auto take = [&target, choices](const std::string& word) {
     for (const auto& [choice, value] : choices) {

@@ -1,15 +1,21 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
+#include <string>
 
 #include "exit_status.h"
 #include "render.h"
 #include "replay.h"
 
-int main(int argc, char** argv) {
+namespace {
+
+int run(int argc, char** argv) {
   int status = tools::kDone;
   CLI::App app("Prismal: keyboard themes on the desk", "prismal");
   app.require_subcommand(1);
+  app.failure_message([](const CLI::App*, const CLI::Error& error) {
+    return std::string("prismal: ") + error.what() + "; --help says more\n";
+  });
   app.set_version_flag("--version", "prismal " PRISMAL_VERSION);
   tools::addRenderCommand(app, status);
   tools::addReplayCommand(app, status);
@@ -17,9 +23,19 @@ int main(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? tools::kDone : tools::kTrouble;
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "prismal: %s\n", error.what());
-    return tools::kTrouble;
   }
   return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "prismal: %s\n", error.what());
+  } catch (...) {
+    std::fputs("prismal: failed for an unknown reason\n", stderr);
+  }
+  return tools::kTrouble;
 }

@@ -39,7 +39,7 @@ FontFace giveToCairo(std::unique_ptr<OpenFace> open) {
       CAIRO_STATUS_SUCCESS) {
     return nullptr;
   }
-  open.release();
+  static_cast<void>(open.release());  // the face lets it go
   return face;
 }
 

@@ -28,6 +28,7 @@ Rgba mix(const Rgba& from, const Rgba& to, double part) {
 /// neither end's colour would be seen.
 std::vector<std::uint32_t> rowsOf(const Fill& fill, int height) {
   std::vector<std::uint32_t> rows;
+  rows.reserve(static_cast<std::size_t>(std::max(height, 0)));
   for (int row = 0; row < height; ++row) {
     rows.push_back(
         premultiplied(mix(fill.top, fill.bottom, height > 1 ? row / (height - 1.0) : 0)));

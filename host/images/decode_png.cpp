@@ -43,7 +43,7 @@ class PngReader {
   // Never while png_create_* run: what goes wrong there makes them return null.
   [[noreturn]] static void fail(png_structp png, png_const_charp message) {
     auto& self = *static_cast<PngReader*>(png_get_error_ptr(png));
-    std::snprintf(self.reason_, sizeof self.reason_, "%s", message);
+    static_cast<void>(std::snprintf(self.reason_, sizeof self.reason_, "%s", message));
     std::longjmp(self.escape_, 1);
   }
   static void ignore(png_structp, png_const_charp) {}

@@ -29,7 +29,7 @@ struct JpegErrors : jpeg_error_mgr {
 
   /// Leaves the library for a reason of our own.
   [[noreturn]] void refuse(const char* why) {
-    std::snprintf(reason, sizeof reason, "%s", why);
+    static_cast<void>(std::snprintf(reason, sizeof reason, "%s", why));
     std::longjmp(escape, 1);
   }
 

@@ -3,10 +3,10 @@
 // test runs, this process gives up writing anywhere but in a temporary directory of its own.
 
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <iostream>
 #include <linux/landlock.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
@@ -69,7 +69,7 @@ int main(int argc, char** argv) {
     if (confineWritingTo(directory.path().c_str())) {
       ::setenv("TMPDIR", directory.path().c_str(), 1);
     } else if (!becomeNobody()) {
-      std::fprintf(stderr, "These tests must not run with the rights of root.\n");
+      std::cerr << "These tests must not run with the rights of root.\n";
       std::_Exit(1);
     }
     std::exit(RUN_ALL_TESTS());

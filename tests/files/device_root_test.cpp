@@ -220,7 +220,8 @@ TEST(DefaultDeviceRoot, LiesInTheUsersDataDirectory) {
     else
       ::unsetenv(name);
   };
-  const std::string home = std::getenv("HOME") != nullptr ? std::getenv("HOME") : "/";
+  const char* const before = std::getenv("HOME");
+  const std::string home = before != nullptr ? before : "/";
   for (const auto& [data_home, value, root] : cases) {
     set("XDG_DATA_HOME", data_home);
     set("HOME", value);

@@ -18,7 +18,6 @@ namespace tools::replay {
 
 using host::keyboard::keyboard;
 using platform::Object;
-using platform::Retained;
 
 namespace {
 
