@@ -32,5 +32,5 @@ function(prismal_test name)
   target_link_libraries(${name} PRIVATE prismal_options ${arg_COMPONENTS} ${arg_LIBRARIES}
     GTest::gtest_main)
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES)
 endfunction()

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -12,7 +13,7 @@ namespace {
 int run(int argc, char** argv) {
   int status = tools::kDone;
   CLI::App app("Prismal: keyboard themes on the desk", "prismal");
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
   app.failure_message([](const CLI::App*, const CLI::Error& error) {
     return std::string("prismal: ") + error.what() + "; --help says more\n";
   });
@@ -24,12 +25,18 @@ int run(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? tools::kDone : tools::kTrouble;
   }
+  if (app.get_subcommands().empty()) {
+    std::fputs(app.help().c_str(), stderr);
+    return tools::kTrouble;
+  }
   return status;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Whoever reads our output may go; that is an error of writing, not a reason to die untidily.
+  std::signal(SIGPIPE, SIG_IGN);
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {

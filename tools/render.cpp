@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -93,9 +94,12 @@ class RenderDevice {
 
 void startHost(DeviceRoot root, const RenderOptions& options) {
   if (!options.quiet) {
-    host::system::setLogEcho([](std::string_view line) {
-      std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
-    });
+    // The library tells of a broken rule for every key; once is enough for a person.
+    host::system::setLogEcho(
+        [told = std::set<std::string, std::less<>>()](std::string_view line) mutable {
+          if (!told.emplace(line).second) return;
+          std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+        });
   }
   host::system::startProcess(std::move(root), kBundleIdentifier);
   host::system::setDevice({.screenScale = static_cast<double>(options.scale),
@@ -115,7 +119,7 @@ host::files::Result<std::string> drawKeyboard(const RenderOptions& options) {
                                             .variant = {}};
   auto keyplane = host::render::makeKeyplane(choice);
   for (const std::string& key : options.pressed) {
-    if (!host::render::press(keyplane, key)) {
+    if (key.empty() || !host::render::press(keyplane, key)) {
       return Failure(EINVAL, "--press " + key + ": no such key; this keyplane has" +
                                  host::render::keyNames(keyplane));
     }
@@ -128,6 +132,9 @@ host::files::Result<std::string> drawKeyboard(const RenderOptions& options) {
 }
 
 int render(const RenderOptions& options) {
+  if (options.deviceRoot && options.deviceRoot->empty()) {
+    return refuse("--device-root names no directory");
+  }
   if (!options.theme.empty() && options.deviceRoot) {
     return refuse("a THEME or --device-root, not both: one is drawn in place of the other");
   }
@@ -137,9 +144,14 @@ int render(const RenderOptions& options) {
   if (!options.theme.empty()) {
     const auto theme = theme::ThemeSource::read(options.theme);
     if (!theme) return refuse(theme.reason());
-    if (const auto put = theme->putOn(*root); !put) return refuse(put.reason());
+    const auto missing = theme->putOn(*root);
+    if (!missing) return refuse(missing.reason());
+    for (const std::string& picture : *missing) {
+      if (!options.quiet) std::fprintf(stderr, "%s\n", picture.c_str());
+    }
   }
   startHost(*std::move(root), options);
+  const platform::NSAutoreleasePool pool;
   if (!options.system) {
     if (const auto failure = host::system::loadLibrary(options.library)) return refuse(*failure);
   }
@@ -187,8 +199,8 @@ void addRenderCommand(CLI::App& app, int& status) {
       ->capture_default_str();
   command
       ->add_option("--press", options->pressed,
-                   "A key to press, by its name or its label; may "
-                   "be given several times")
+                   "A key to press, by its name or its label; may be given several times")
+      ->type_name("KEY")
       ->allow_extra_args(false);
   command->add_option("--device-root", options->deviceRoot,
                       "The device to draw, in place of $XDG_DATA_HOME/prismal/device "
@@ -198,8 +210,9 @@ void addRenderCommand(CLI::App& app, int& status) {
                       "The library to load, in place of the one "
                       "that came with this program");
   command->footer(
-      "Log lines of the library go to standard error.\n"
-      "Exit status: 0 done, 2 wrong usage or a theme that can't be read.\n\n"
+      "What the library logs goes to standard error, each line once. On the device that is drawn\n"
+      "the library does what it does on every device: it empties the keyboard's cache.\n"
+      "Exit status: 0 done, 2 wrong usage, or something that can't be read, loaded or written.\n\n"
       "Examples:\n"
       "  prismal render examples/Dusk.theme -o dusk.png\n"
       "  prismal render examples/Dusk.theme --orientation landscape --keyplane numbers\n"

@@ -1,6 +1,9 @@
 #include "replay.h"
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -36,6 +39,38 @@ void complain(const std::string& message) {
   std::fprintf(stderr, "%s\n", message.c_str());
 }
 
+volatile std::sig_atomic_t interruption = 0;
+
+/// While this lives, a signal that asks the program to end is noted rather than obeyed at once, so
+/// that there is time to clean up.
+class HeldInterruptions {
+ public:
+  HeldInterruptions() {
+    struct sigaction note {};
+    note.sa_handler = [](int signal) { interruption = signal; };
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+      sigaction(kSignals[i], nullptr, &before_[i]);
+      if (before_[i].sa_handler != SIG_IGN) sigaction(kSignals[i], &note, nullptr);
+    }
+  }
+  HeldInterruptions(const HeldInterruptions&) = delete;
+  HeldInterruptions& operator=(const HeldInterruptions&) = delete;
+  ~HeldInterruptions() {
+    release();
+    if (interruption != 0) std::raise(interruption);
+  }
+  /// Obeys them again.
+  void release() const {
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+      sigaction(kSignals[i], &before_[i], nullptr);
+    }
+  }
+
+ private:
+  static constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
+  std::array<struct sigaction, kSignals.size()> before_{};
+};
+
 /// Plays one scenario in this process and returns its exit status.
 int play(const std::string& file, const scenario::Scenario& scenario, const fs::path& directory,
          const ReplayOptions& options) {
@@ -58,6 +93,8 @@ int play(const std::string& file, const scenario::Scenario& scenario, const fs::
       if (options.files.size() > 1) output["scenario"] = file;
       output.update(outcome.output);
       std::printf("%s\n", scenario::line(output).c_str());
+      // Whoever reads may have gone; then nothing is gained by playing on.
+      if (std::ferror(stdout)) break;
     }
     for (const auto& mismatch : scenario::judge(scenario.steps[i].expect, outcome.output)) {
       complain(place + ": " + mismatch.message());
@@ -86,6 +123,7 @@ int replayFile(const std::string& file, const ReplayOptions& options) {
     complain(fault->message());
     return kTrouble;
   }
+  const HeldInterruptions held;
   // Made out here, so that it goes even when the host dies.
   const host::files::TemporaryDirectory directory;
   std::fflush(nullptr);
@@ -95,14 +133,20 @@ int replayFile(const std::string& file, const ReplayOptions& options) {
     return kTrouble;
   }
   if (child == 0) {
-    const int status = play(file, std::get<scenario::Scenario>(read), directory.path(), options);
-    std::fflush(nullptr);
-    // Not through exit: the temporary directory is the parent's.
-    std::_Exit(status);
+    held.release();
+    int status = play(file, std::get<scenario::Scenario>(read), directory.path(), options);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+      complain(std::string("standard output: ") + std::strerror(errno));
+      status = kTrouble;
+    }
+    // Nothing on the stack is let go: the temporary directory is the parent's.
+    std::exit(status);
   }
   int waitStatus = 0;
   while (waitpid(child, &waitStatus, 0) < 0 && errno == EINTR) {
+    if (interruption != 0) kill(child, SIGKILL);
   }
+  if (interruption != 0) return kTrouble;
   return statusOf(waitStatus, file);
 }
 

@@ -6,7 +6,7 @@
 
 namespace tools {
 
-/// The bytes of a regular file of this machine (64 MiB at most), or why there are none.
+/// The bytes of a file or pipe of this machine (64 MiB at most), or why there are none.
 host::files::Result<std::string> readTextFile(const std::string& path);
 
 }  // namespace tools

@@ -96,22 +96,32 @@ class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
         if (const auto watch = weak.lock()) watch->collect();
       });
     }
-    return watched_ >= 0 || arm();
+    if (watched_ < 0) arm();
+    return watched_ >= 0;
   }
 
   // Watches the directory that now has the name, through its descriptor: the path itself could lead
   // out of the root. The descriptor mustn't stay: a removed directory is only given up for lost
   // once nobody holds it.
+  //
+  // Where it can't be made, because something stands in its place, say, what lies above it is
+  // watched until it can. False then.
   bool arm() {
-    const auto directory = notifyDirectory(root_);
     const int before = std::exchange(watched_, -1);
+    auto directory = notifyDirectory(root_);
+    is_waiting_ = !directory;
+    for (const char* above : {"/var/run", "/var", "/"}) {
+      if (!directory) directory = root_.openDirectory(above);
+    }
     if (directory) {
+      constexpr std::uint32_t kAnyChange = IN_CREATE | IN_DELETE | IN_MOVED_TO | IN_MOVED_FROM;
       const std::string path = "/proc/self/fd/" + std::to_string(directory->get());
-      watched_ =
-          ::inotify_add_watch(inotify_.get(), path.c_str(), IN_ATTRIB | IN_MOVE_SELF | IN_ONLYDIR);
+      watched_ = ::inotify_add_watch(
+          inotify_.get(), path.c_str(),
+          IN_ATTRIB | IN_MOVE_SELF | IN_ONLYDIR | (is_waiting_ ? kAnyChange : 0));
     }
     if (before >= 0 && before != watched_) ::inotify_rm_watch(inotify_.get(), before);
-    return watched_ >= 0;
+    return watched_ >= 0 && !is_waiting_;
   }
 
   // The directory has been replaced. What has a file in the new one was posted since.
@@ -157,7 +167,7 @@ class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
       arm();
     } else if (event.wd != watched_) {
       // From a directory that is watched no more.
-    } else if ((event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0) {
+    } else if (is_waiting_ || (event.mask & (IN_IGNORED | IN_MOVE_SELF)) != 0) {
       armAgain();
     } else if (event.len != 0) {
       notice(file);
@@ -207,6 +217,7 @@ class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
   Descriptor inotify_;
   RunLoop::SourceToken source_;
   int watched_ = -1;
+  bool is_waiting_ = false;  // for the directory, watching one above it
   std::vector<std::weak_ptr<const Observer>> observers_;
   std::uint64_t next_number_ = 0;
   std::vector<Due> due_;  // in order of the first post

@@ -35,8 +35,8 @@ class NotificationWatcher {
   ~NotificationWatcher();
 
   /// Calls `callback` on the run loop for every delivery of `name` from here on. It may observe and
-  /// post, and let go of any token. Null when the name can't be a file name or the directory can't
-  /// be watched.
+  /// post, and let go of any token. Where the directory can't be used yet, it waits until it can.
+  /// Null when the name can't be a file name or nothing can be watched.
   [[nodiscard]] Token observe(std::string_view name, std::function<void()> callback);
 
  private:

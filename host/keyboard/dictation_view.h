@@ -11,7 +11,7 @@ namespace host::keyboard {
 
 /// The panel behind the microphone while the user dictates.
 struct DictationViewObject final : views::ViewObject {
-  /// `className` may name a class that derives from the panel's own.
+  /// Any other name than that of the panel's own class is one that derives from it.
   explicit DictationViewObject(std::string_view className);
   std::string renderConfig;  ///< as it last reached the platform
 };

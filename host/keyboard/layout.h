@@ -8,7 +8,10 @@ namespace host::keyboard {
 
 /// The view's controller that lays the keys out over a background view.
 struct LayoutObject final : objc_object {
+  /// A `UIKeyboardLayoutStar`.
   LayoutObject();
+  /// A layout of another class, which may answer all the same.
+  explicit LayoutObject(objc_class* cls) : objc_object(cls) {}
   ObjectVariable backgroundView;  ///< the instance variable "_backgroundView"
   bool showsDictationKey = false;
   platform::Retained<platform::UIKBTree> currentKeyplane;

@@ -38,9 +38,7 @@ objc_class* effectClass(std::string_view name) {
 }
 
 objc_class* declareEffectClass(std::string_view name, objc_class* superclass) {
-  objc_class* const cls = runtime::makeAnonymousClass(name, superclass);
-  effectClasses().insert_or_assign(std::string(name), cls);
-  return cls;
+  return effectClasses().emplace(name, runtime::makeAnonymousClass(name, superclass)).first->second;
 }
 
 void defineEffectClasses() {
@@ -96,7 +94,7 @@ Object NSArray::objectAtIndex(std::size_t index) const {
 
 void NSArray::removeObjectsInArray(std::span<const Object> objects) const {
   auto* const array = as<ArrayObject>(*this);
-  if (!array || !array->isMutable) return;
+  if (!array) return;
   std::erase_if(array->objects, [&](const Retained<Object>& element) {
     return std::ranges::find(objects, element.get()) != objects.end();
   });

@@ -43,7 +43,8 @@ struct TraitsObject final : objc_object {
 /// name makes a class of its own.
 objc_class* effectClass(std::string_view name);
 
-/// Makes a class of effects that derives from `superclass`, in place of any of that name.
+/// Makes a class of effects that derives from `superclass`. A class that has the name already
+/// stays: there is one class a name.
 objc_class* declareEffectClass(std::string_view name, objc_class* superclass);
 
 /// Defines the classes of effects that the system's own look uses.

@@ -4,8 +4,23 @@
 
 namespace host::plist {
 
+namespace {
+
+/// Whether there is any point in asking an XML parser, whose complaints about a picture or a letter
+/// would tell nobody anything.
+bool mayBeXml(std::string_view bytes) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
+  const auto first = bytes.find_first_not_of(" \t\r\n");
+  return first != std::string_view::npos && bytes[first] == '<';
+}
+
+}  // namespace
+
 Reading read(std::string_view bytes) {
-  return bytes.starts_with(binary::kMagic) ? readBinary(bytes) : readXml(bytes);
+  if (bytes.starts_with(binary::kMagic)) return readBinary(bytes);
+  if (mayBeXml(bytes)) return readXml(bytes);
+  return {{}, "line 1, column 1: no property list, neither XML nor binary"};
 }
 
 }  // namespace host::plist

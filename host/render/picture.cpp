@@ -19,7 +19,6 @@ using runtime::as;
 
 namespace {
 
-constexpr drawing::Rgba kClear{0, 0, 0, 0};
 /// What text is drawn in when nobody knows its colour: what a fresh context has. So keys keep their
 /// labels when the master switch takes a theme's own names away.
 constexpr drawing::Rgba kContextColor{0, 0, 0, 1};
@@ -33,11 +32,17 @@ std::optional<drawing::Rgba> colorNamed(const std::optional<std::string>& name) 
   return drawing::Rgba{c[0], c[1], c[2], c[3]};
 }
 
+/// Towards this a colour fades without another tint.
+drawing::Rgba clear(drawing::Rgba color) {
+  color.alpha = 0;
+  return color;
+}
+
 std::optional<drawing::Fill> fillBetween(const std::string& start, const std::string& end) {
   const auto top = colorNamed(start);
   const auto bottom = colorNamed(end);
   if (!top && !bottom) return std::nullopt;
-  return drawing::Fill{top.value_or(kClear), bottom.value_or(kClear)};
+  return drawing::Fill{top ? *top : clear(*bottom), bottom ? *bottom : clear(*top)};
 }
 
 struct FillOf {

@@ -59,7 +59,12 @@ void MSHookFunction(IMP symbol, IMP replacement, IMP* previous) {
 
 void MSHookMessageEx(Class cls, SEL selector, IMP replacement, IMP* previous) {
   auto* const target = dynamic_cast<objc_class*>(cls.get());
-  if (!target) return;
+  if (!target) {
+    // A device's engine would not survive this; here it shows among the hooks.
+    host::runtime::record(host::runtime::Event::Kind::kHook,
+                          "-[(null) " + selector.get()->name + "]");
+    return;
+  }
   const IMP current = host::runtime::implementation(target, selector);
   if (!current) return;
   if (previous) *previous = current;

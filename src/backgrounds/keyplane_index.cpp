@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "support/characters.h"
+
 namespace prismal {
 
 namespace {
-
-constexpr char lowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 /// Whether `part`, in small letters, occurs in `text` in any case.
 bool containsIgnoringCase(std::string_view text, std::string_view part) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "support/characters.h"
+
 namespace prismal {
 
 namespace {
@@ -31,10 +33,6 @@ constexpr std::array<std::string_view, 22> excludedBundleIdentifiers = {
     "com.apple.mediastream.mstreamd",
     "com.apple.managedconfiguration.profiled",
 };
-
-constexpr char lowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 }  // namespace
 

@@ -39,6 +39,10 @@ constexpr std::string_view withoutFirstCharacters(std::string_view text, std::si
   return text;
 }
 
+constexpr char lowerCase(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 /// White space and line breaks, in every script.
 constexpr bool isWhiteSpace(char32_t c) {
   return (c >= 0x09 && c <= 0x0D) || c == 0x20 || c == 0x85 || c == 0xA0 || c == 0x1680 ||

@@ -116,6 +116,39 @@ TEST(DoubleResolutionPath, StandsBeforeTheExtension) {
   for (const Case& c : kCases) EXPECT_EQ(doubleResolutionPath(c.path), c.sibling) << c.path;
 }
 
+TEST(ProcessFilter, LeavesServicesAlone) {
+  constexpr std::string_view kServices[] = {
+      "com.apple.syncdefaultsd",
+      "com.apple.calaccessd",
+      "com.apple.AssistantServices",
+      "com.apple.sharingd",
+      "com.apple.aosnotifyd",
+      "com.apple.assetsd",
+      "com.apple.dataaccess.dataaccessd",
+      "com.apple.SystemConfiguration",
+      "commcentermobilehelper",
+      "com.apple.backupd",
+      "com.apple.timed",
+      "com.apple.atc",
+      "com.apple.imagent",
+      "com.apple.mediaserverd",
+      "com.apple.iapd",
+      "com.apple.itunesstored",
+      "com.apple.MobileStorageMounter",
+      "com.apple.USBDeviceArbitrator",
+      "com.apple.aps.framework",
+      "com.apple.coreservices.appleid.agent",
+      "com.apple.mediastream.mstreamd",
+      "com.apple.managedconfiguration.profiled",
+  };
+  EXPECT_EQ(std::size(kServices), 22U);
+  for (const std::string_view service : kServices) {
+    EXPECT_EQ(classifyHost(service), HostKind::kLeftAlone) << service;
+    const std::string neighbour = std::string(service.substr(0, service.size() - 1)) + "_";
+    EXPECT_EQ(classifyHost(neighbour), HostKind::kOrdinary) << neighbour;
+  }
+}
+
 TEST(ProcessFilter, KnowsItsHosts) {
   struct Case {
     std::optional<std::string_view> identifier;
@@ -123,9 +156,6 @@ TEST(ProcessFilter, KnowsItsHosts) {
   };
   constexpr Case kCases[] = {
       {std::nullopt, HostKind::kLeftAlone},
-      {"com.apple.syncdefaultsd", HostKind::kLeftAlone},
-      {"commcentermobilehelper", HostKind::kLeftAlone},
-      {"com.apple.managedconfiguration.profiled", HostKind::kLeftAlone},
       {"com.apple.Timed", HostKind::kOrdinary},
       {"com.apple.timed ", HostKind::kOrdinary},
       {"com.apple.springboard", HostKind::kSpringBoard},

@@ -66,10 +66,11 @@ TEST(Expectation, SaysWhereAndWhatCame) {
       {R"({"a": 1, "b": [1, 2]})", R"({"a": 2, "b": [1, 3]})",
        "/result/a: expected 1, came 2\n/result/b/1: expected 2, came 3\n"},
       {"[1]", "[1, 2]",
-       "/result: expected 1 elements (at 1 the end) [1], came 2 elements (at 1 2) [1,2]\n"},
+       "/result: expected 1 element [1], came 2 elements [1,2], the first difference at 1\n"},
       {R"(["a", "b"])", R"(["b"])",
-       "/result: expected 2 elements (at 0 \"a\") [\"a\",\"b\"], came 1 elements (at 0 \"b\") "
-       "[\"b\"]\n"},
+       "/result: expected 2 elements [\"a\",\"b\"], came 1 element [\"b\"], the first difference "
+       "at "
+       "0\n"},
   };
   for (const auto& [expected, came, message] : kCases) {
     EXPECT_EQ(judged(expected, came), message) << expected;

@@ -32,8 +32,13 @@ void applyDevice(const scenario::Host& given) {
 Object layoutObject(const scenario::Nullable<scenario::Layout>& layout) {
   if (!layout) return {};
   if (*layout == scenario::Layout::kStar) return keyboard().layout.get();
-  static const auto other = host::runtime::makeRetained<Object, objc_object>(
-      host::runtime::defineClass("UIKeyboardLayoutOther"));
+  // It would say yes to being asked for a dictation key, which only a UIKeyboardLayoutStar may be.
+  static const auto other = [] {
+    auto made = host::runtime::makeRetained<Object, host::keyboard::LayoutObject>(
+        host::runtime::defineClass("UIKeyboardLayoutOther"));
+    host::runtime::as<host::keyboard::LayoutObject>(made.get())->showsDictationKey = true;
+    return made;
+  }();
   return other.get();
 }
 

@@ -138,10 +138,8 @@ Retained<platform::UIView> ViewMaker::make(const scenario::View& given) {
 
 Retained<platform::UIKeyboardDicationBackgroundGradientView> ViewMaker::makeDictationView(
     const scenario::View& given) {
-  // A plain view stands for the panel's own class: no other can be sent a render configuration.
   auto made = makeRetained<platform::UIKeyboardDicationBackgroundGradientView,
-                           host::keyboard::DictationViewObject>(
-      given.className == "UIView" ? "UIKeyboardDicationBackgroundGradientView" : given.className);
+                           host::keyboard::DictationViewObject>(given.className);
   fill(*as<host::views::ViewObject>(made.get()), given);
   return made;
 }

@@ -85,12 +85,12 @@ class Judge {
     while (same < std::min(expected.size(), came.size()) && holds(expected[same], came[same])) {
       ++same;
     }
-    const auto describe = [&](const Json& array) {
-      const auto element = same < array.size() ? shortLine(array[same]) : "the end";
-      return std::to_string(array.size()) + " elements (at " + std::to_string(same) + " " +
-             element + ") " + shortLine(array);
+    const auto describe = [](const Json& array) {
+      return std::to_string(array.size()) + (array.size() == 1 ? " element " : " elements ") +
+             shortLine(array);
     };
-    tell(place, describe(expected), describe(came));
+    tell(place, describe(expected),
+         describe(came) + ", the first difference at " + std::to_string(same));
   }
 
   static bool holds(const Json& expected, const Json& came) {

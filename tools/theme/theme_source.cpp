@@ -32,13 +32,21 @@ constexpr std::string_view kThemesFolder = "/var/mobile/Library/Prismal/Themes/"
 constexpr std::string_view kImages = "BackgroundImages";
 constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 
-/// A picture's path as it lies in the theme's folder; none when it is a device path already or
-/// leads out of the folder.
+bool isDevicePath(std::string_view path) {
+  return path.empty() || path.starts_with('/');
+}
+
+/// A relative path of a picture as it lies in the theme's folder; none when it leads out of it.
 std::optional<std::string> pathInFolder(std::string_view path) {
-  if (path.empty() || path.starts_with('/')) return std::nullopt;
   const std::string inFolder = fs::path(path).lexically_normal().string();
   if (inFolder == ".." || inFolder.starts_with("../")) return std::nullopt;
   return inFolder;
+}
+
+/// The list in the form that is read fastest, unless only the other one is short enough to be read.
+std::string fileOf(PropertyListView list) {
+  std::string binary = host::plist::writeBinary(list);
+  return binary.size() <= kMaxBytes ? std::move(binary) : host::plist::writeXml(list);
 }
 
 }  // namespace
@@ -62,28 +70,37 @@ Result<ThemeSource> ThemeSource::read(const std::string& path) {
   return ThemeSource(std::move(reading.list), last.stem().string(), *std::move(folder));
 }
 
-void ThemeSource::copyPicture(const DeviceRoot& device, std::string_view path,
-                              const std::string& devicePath) const {
-  if (const auto bytes = folder_.readFile(path, kMaxBytes)) {
-    static_cast<void>(device.writeFile(devicePath, *bytes));
-  }
+std::optional<std::string> ThemeSource::copyPicture(const DeviceRoot& device,
+                                                    const std::string& path,
+                                                    const std::string& devicePath) const {
+  const auto copy = [&](const std::string& from, const std::string& to) {
+    const auto bytes = folder_.readFile(from, kMaxBytes);
+    return bytes ? device.writeFile(to, *bytes) : Result<Done>(bytes.failure());
+  };
+  const auto plain = copy(path, devicePath);
+  const auto sibling =
+      copy(prismal::doubleResolutionPath(path), prismal::doubleResolutionPath(devicePath));
+  if (plain || sibling) return std::nullopt;
+  return plain.reason();
 }
 
-Result<Done> ThemeSource::putOn(const DeviceRoot& device) const {
+Result<std::vector<std::string>> ThemeSource::putOn(const DeviceRoot& device) const {
   const std::string folder = std::string(kThemesFolder) + name_ + "/";
   Builder builder;
   std::vector<Builder::Entry> images;
+  std::vector<std::string> missing;
   for (const auto& [key, value] : list_.objectForKey(kImages).entries()) {
-    const auto path = pathInFolder(value.string().value_or(""));
-    if (!path) {
-      images.push_back({key, value});
-      continue;
+    const std::string_view written = value.string().value_or("");
+    images.push_back({key, value});
+    if (isDevicePath(written)) continue;
+    std::optional<std::string> failure = "leads out of the theme's folder";
+    if (const auto path = pathInFolder(written)) {
+      failure = copyPicture(device, *path, folder + *path);
+      images.back().value = builder.string(folder + *path);
     }
-    const std::string devicePath = folder + *path;
-    copyPicture(device, *path, devicePath);
-    copyPicture(device, prismal::doubleResolutionPath(*path),
-                prismal::doubleResolutionPath(devicePath));
-    images.push_back({key, builder.string(devicePath)});
+    if (!failure) continue;
+    missing.push_back(name_ + ": BackgroundImages: " + std::string(key) + ": " +
+                      std::string(written) + ": " + *failure);
   }
   std::vector<Builder::Entry> sections;
   for (const auto& section : list_.entries()) sections.push_back(section);
@@ -91,7 +108,8 @@ Result<Done> ThemeSource::putOn(const DeviceRoot& device) const {
     sections.push_back({kImages, builder.dictionary(images)});
   }
   const auto root = builder.dictionary(sections);
-  return device.writeFile(kMergedTheme, host::plist::writeBinary(root));
+  if (auto put = device.writeFile(kMergedTheme, fileOf(root)); !put) return put.failure();
+  return missing;
 }
 
 }  // namespace tools::theme

@@ -2,6 +2,8 @@
 
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "host/files/device_root.h"
 #include "host/files/result.h"
@@ -24,15 +26,18 @@ class ThemeSource {
   /// Puts the theme on a device: its pictures below /var/mobile/Library/Prismal/Themes/NAME/, and
   /// the merged theme file, in which every picture's path is that of the device. Pictures that the
   /// folder doesn't have, or that lie outside it, are left out, as they would be missing on a
-  /// device.
-  host::files::Result<host::files::Done> putOn(const host::files::DeviceRoot& device) const;
+  /// device; the answer says which and why, a line each.
+  host::files::Result<std::vector<std::string>> putOn(const host::files::DeviceRoot& device) const;
 
  private:
   ThemeSource(platform::PropertyList list, std::string name, host::files::DeviceRoot folder)
       : list_(std::move(list)), name_(std::move(name)), folder_(std::move(folder)) {}
 
-  void copyPicture(const host::files::DeviceRoot& device, std::string_view path,
-                   const std::string& devicePath) const;
+  /// Copies a picture and its double-resolution sibling. None when there was one of them, else why
+  /// not.
+  std::optional<std::string> copyPicture(const host::files::DeviceRoot& device,
+                                         const std::string& path,
+                                         const std::string& devicePath) const;
 
   platform::PropertyList list_;
   std::string name_;
