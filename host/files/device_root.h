@@ -14,8 +14,7 @@ namespace host::files {
 
 /// The directory of this machine that stands for the device's `/`.
 ///
-/// 1. Device paths are absolute; a relative one is taken from the root. They are resolved inside
-/// the
+/// 1. Device paths are absolute; a relative one is taken from the root. They are resolved in the
 ///    root: `..` above it stays in it, an absolute symbolic link starts from it again.
 /// 2. An empty path, one with a NUL byte and one that is too long fail; any other bytes are names.
 /// 3. Operations that take what stands at a path (write, remove) mean a symbolic link there itself;

@@ -4,10 +4,9 @@
 // have there. It declares and does not define; whoever loads the library (a device, the desktop
 // host) binds every symbol at load time. These conventions hold in every header of this folder:
 //
-//  1. A handle is a value type around one pointer, possibly null. A null handle answers zero,
-//  false,
-//     none or a null handle; telling it something does nothing. So does an object that is told
-//     something which its class does not understand.
+//  1. A handle is a value type around one pointer, possibly null. A null handle answers zero, none
+//     or a null handle; telling it something does nothing. So does an object that is told something
+//     which its class does not understand.
 //  2. Handles look, they do not own: the object lives while its owner does. An object made for the
 //     caller lives until the innermost NSAutoreleasePool ends. Retained<Handle> keeps an object
 //     alive; an operation that returns one hands its object over to the caller.
