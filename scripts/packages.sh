@@ -23,10 +23,12 @@ install_packages() {
   $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing
 }
 
-# build PRESET: configures and builds, in build/PRESET.
+# build PRESET [TARGET...]: configures and builds, in build/PRESET; all of it when no target is named.
 build() {
   # shellcheck disable=SC2086 # a list of words
   install_packages $packages_for_build
   [ -f "build/$1/build.ninja" ] || cmake --preset "$1"
-  cmake --build --preset "$1"
+  local preset="$1"
+  shift
+  cmake --build --preset "$preset" ${1:+--target "$@"}
 }
