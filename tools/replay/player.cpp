@@ -1,5 +1,6 @@
 #include "replay/player.h"
 
+#include <iterator>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -30,27 +31,10 @@ namespace {
 /// Files of the host's own, which no scenario put there.
 constexpr std::string_view kNotificationFiles = "/var/run/notify/";
 
-std::string_view kindName(Event::Kind kind) {
-  switch (kind) {
-    case Event::Kind::kLog:
-      return "log";
-    case Event::Kind::kRead:
-      return "read";
-    case Event::Kind::kExists:
-      return "exists";
-    case Event::Kind::kShell:
-      return "shell";
-    case Event::Kind::kCache:
-      return "cache";
-    case Event::Kind::kObserve:
-      return "observe";
-    case Event::Kind::kHook:
-      return "hook";
-    case Event::Kind::kPrevious:
-      return "previous";
-  }
-  return "";
-}
+/// In the order of Event::Kind.
+constexpr std::string_view kKindNames[] = {"log",   "read",    "exists", "shell",
+                                           "cache", "observe", "hook",   "previous"};
+static_assert(std::size(kKindNames) == static_cast<std::size_t>(Event::Kind::kPrevious) + 1);
 
 Json textsOf(const std::vector<Event>& events, Event::Kind kind) {
   Json texts = Json::array();
@@ -62,7 +46,9 @@ Json textsOf(const std::vector<Event>& events, Event::Kind kind) {
 
 Json allEvents(const std::vector<Event>& events) {
   Json told = Json::array();
-  for (const Event& event : events) told.push_back({{kindName(event.kind), event.text}});
+  for (const Event& event : events) {
+    told.push_back({{kKindNames[static_cast<std::size_t>(event.kind)], event.text}});
+  }
   return told;
 }
 
