@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
@@ -12,8 +11,6 @@
 #include "host/files/temporary_directory.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 struct Outcome {
   int status = -1;

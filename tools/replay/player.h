@@ -18,6 +18,7 @@ class Player {
   using Json = nlohmann::ordered_json;
 
   /// What one step came to: its output, or why it could not be done at all.
+  // NOLINTNEXTLINE(bugprone-exception-escape): moving JSON allocates nothing
   struct Outcome {
     Json output;
     std::optional<std::string> failure;

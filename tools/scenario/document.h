@@ -22,6 +22,7 @@ struct Malformed : std::runtime_error {
 inline constexpr std::size_t kMaxTextBytes = std::size_t{64} << 20;
 inline constexpr std::size_t kMaxDepth = 1000;
 
+// NOLINTNEXTLINE(bugprone-exception-escape): moving JSON allocates nothing
 struct Document {
   nlohmann::ordered_json root;
   /// Where the text has a whole number beyond 64 bits: the tree holds the nearest real, which alone
