@@ -111,7 +111,6 @@ void startHost(DeviceRoot root, const RenderOptions& options) {
 /// The picture of the keyboard in this process as a file's bytes, or why there is none.
 host::files::Result<std::string> drawKeyboard(const RenderOptions& options) {
   using host::files::Failure;
-  const platform::NSAutoreleasePool pool;
   const host::render::KeyplaneChoice choice{.board = boards::findBoard(kBoard),
                                             .plane = options.plane,
                                             .orientation = options.orientation,
@@ -119,7 +118,7 @@ host::files::Result<std::string> drawKeyboard(const RenderOptions& options) {
                                             .variant = {}};
   auto keyplane = host::render::makeKeyplane(choice);
   for (const std::string& key : options.pressed) {
-    if (key.empty() || !host::render::press(keyplane, key)) {
+    if (!host::render::press(keyplane, key)) {
       return Failure(EINVAL, "--press " + key + ": no such key; this keyplane has" +
                                  host::render::keyNames(keyplane));
     }

@@ -174,16 +174,6 @@ void drawDismiss(const Pen& pen) {
   pen.stroke();
 }
 
-void drawReturn(const Pen& pen) {
-  pen.moveTo(8, -6);
-  pen.lineTo(8, 1);
-  pen.lineTo(-8, 1);
-  pen.moveTo(-3.5, -3.5);
-  pen.lineTo(-8, 1);
-  pen.lineTo(-3.5, 5.5);
-  pen.stroke();
-}
-
 }  // namespace
 
 void drawGlyph(cairo_t* context, Glyph glyph, Point center, double em_px) {
@@ -205,8 +195,6 @@ void drawGlyph(cairo_t* context, Glyph glyph, Point center, double em_px) {
       return drawMicrophone(pen);
     case Glyph::dismiss:
       return drawDismiss(pen);
-    case Glyph::return_arrow:
-      return drawReturn(pen);
   }
 }
 

@@ -32,16 +32,7 @@ struct EdgeEffect {
 };
 
 /// The symbols that are drawn and not set in a font.
-enum class Glyph {
-  shift,
-  shift_on,
-  shift_locked,
-  delete_left,
-  globe,
-  microphone,
-  dismiss,
-  return_arrow
-};
+enum class Glyph { shift, shift_on, shift_locked, delete_left, globe, microphone, dismiss };
 
 struct TextStyle {
   /// A PostScript name, full name, family, or family and style joined by "-". An unknown name

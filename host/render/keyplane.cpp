@@ -79,6 +79,8 @@ std::string keyNames(const LiveKeyplane& keyplane) {
 }
 
 bool press(LiveKeyplane& keyplane, std::string_view nameOrLabel) {
+  // Keys with a drawn symbol have an empty label, which names none of them.
+  if (nameOrLabel.empty()) return false;
   for (const LiveKey& key : keyplane.keys) {
     if (key.placed.key->name != nameOrLabel && key.placed.key->label != nameOrLabel) continue;
     objectOf(key.tree).state = static_cast<int>(boards::KeyState::pressed);

@@ -20,6 +20,7 @@ objc_class* makeAnonymousClass(std::string_view name, objc_class* superclass);
 /// make objects of it.
 void hideClass(std::string_view name);
 
+/// Whether the host has a class of that name and does not hide it.
 bool hasClass(std::string_view name);
 
 void addMethod(objc_class* cls, std::string_view selector, platform::IMP implementation);

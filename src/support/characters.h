@@ -39,6 +39,7 @@ constexpr std::string_view withoutFirstCharacters(std::string_view text, std::si
   return text;
 }
 
+/// Of the letters A to Z alone.
 constexpr char lowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }

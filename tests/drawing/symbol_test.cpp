@@ -12,9 +12,9 @@ namespace {
 
 using drawing::Glyph;
 
-constexpr Glyph kGlyphs[] = {Glyph::shift,   Glyph::shift_on,    Glyph::shift_locked,
-                             Glyph::globe,   Glyph::microphone,  Glyph::delete_left,
-                             Glyph::dismiss, Glyph::return_arrow};
+constexpr Glyph kGlyphs[] = {Glyph::shift,  Glyph::shift_on,   Glyph::shift_locked,
+                             Glyph::globe,  Glyph::microphone, Glyph::delete_left,
+                             Glyph::dismiss};
 
 std::string nameOf(const drawing::Symbol& symbol) {
   if (const auto* text = std::get_if<std::string>(&symbol.mark)) return *text;

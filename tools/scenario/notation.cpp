@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "host/plist/date_text.h"
+
 namespace tools::scenario {
 namespace {
 
@@ -47,25 +49,11 @@ std::optional<std::vector<std::byte>> fromBase64(std::string_view text) {
 }
 
 std::optional<std::chrono::sys_seconds> fromDate(std::string_view text) {
+  // Property lists allow white space around a date, scenarios don't.
   constexpr std::string_view kForm = "0000-00-00T00:00:00Z";
-  if (text.size() != kForm.size()) return std::nullopt;
-  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (isDigit(kForm[i]) ? !isDigit(text[i]) : text[i] != kForm[i]) return std::nullopt;
-  }
-  const auto field = [&](std::size_t at, std::size_t size) {
-    return *digits<unsigned>(text.substr(at, size));
-  };
-  const auto year = field(0, 4);
-  const std::chrono::year_month_day day{std::chrono::year(static_cast<int>(year)),
-                                        std::chrono::month(field(5, 2)),
-                                        std::chrono::day(field(8, 2))};
-  const auto hour = field(11, 2);
-  const auto minute = field(14, 2);
-  const auto second = field(17, 2);
-  if (year == 0 || !day.ok() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
-  return std::chrono::sys_days(day) + std::chrono::hours(hour) + std::chrono::minutes(minute) +
-         std::chrono::seconds(second);
+  const auto date = text.size() == kForm.size() ? host::plist::parseDate(text) : std::nullopt;
+  if (!date) return std::nullopt;
+  return std::chrono::sys_seconds(std::chrono::seconds(static_cast<std::int64_t>(date->seconds)));
 }
 
 std::optional<Rgba> fromColor(std::string_view text) {
