@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/drawing/bitmap_surface.h"
 #include "host/drawing/cairo_handles.h"
 #include "host/drawing/key_painter.h"
 #include "host/drawing/pixels.h"
@@ -10,16 +11,6 @@
 
 namespace host::drawing {
 namespace {
-
-/// A surface on the bitmap's own memory, to be gone before the bitmap is. Cairo only reads from a
-/// surface that is drawn from.
-Surface surfaceOn(const images::Bitmap& bitmap) {
-  auto* pixels = const_cast<images::Pixel*>(bitmap.pixels.data());
-  const cairo_format_t format = bitmap.opaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32;
-  return Surface(cairo_image_surface_create_for_data(
-      reinterpret_cast<unsigned char*>(pixels), format, bitmap.width, bitmap.height,
-      bitmap.width * static_cast<int>(sizeof(images::Pixel))));
-}
 
 /// Cairo's own choice weighs every pixel of an image that it shrinks: 7 to 14 ms for a keyboard
 /// where two by two pixels take half of one. Those pass nothing over while they shrink it to no
@@ -47,35 +38,53 @@ void drawImage(cairo_t* context, const BackgroundImage& image, double scale) {
   cairo_paint(context);
 }
 
+void fillRegion(cairo_t* context, const Fill& fill, const Rect& region, double radius) {
+  if (!isDrawable(region)) return;
+  if (radius > 0) {
+    addRoundedRect(context, region, radius);
+  } else {
+    cairo_rectangle(context, region.x, region.y, region.width, region.height);
+  }
+  fillPath(context, fill, region);
+}
+
+void fillBackground(cairo_t* context, const Fill& fill, const KeyboardPicture& picture) {
+  const double scale = picture.scale;
+  if (picture.background_regions.empty()) {
+    fillRegion(context, fill, toPixels({0, 0, picture.size.width, picture.size.height}, scale), 0);
+  }
+  for (const Rect& region : picture.background_regions) {
+    fillRegion(context, fill, toPixels(region, scale), picture.region_corner_radius_pt * scale);
+  }
+}
+
+void copyKey(cairo_t* context, const images::PlacedBitmap& key) {
+  if (!key.bitmap.isValid()) return;
+  const Surface surface = surfaceOn(key.bitmap);
+  const SavedState saved(context);
+  cairo_set_source_surface(context, surface.get(), key.left, key.top);
+  cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_NEAREST);
+  cairo_paint(context);
+}
+
 void drawAll(cairo_t* context, const KeyboardPicture& picture, Fonts& fonts) {
   const double scale = picture.scale;
-  if (picture.background) {
-    const Rect board = toPixels({0, 0, picture.size.width, picture.size.height}, scale);
-    cairo_rectangle(context, board.x, board.y, board.width, board.height);
-    fillPath(context, *picture.background, board);
-  }
+  if (picture.background) fillBackground(context, *picture.background, picture);
   for (const BackgroundImage& image : picture.background_images) drawImage(context, image, scale);
   for (const KeyPicture& key : picture.keys) drawKey(context, key, scale, fonts);
+  for (const auto& key : picture.drawn_keys) copyKey(context, *key);
 }
 
 bool isOpaque(images::Pixel pixel) {
   return pixel >> 24 == 0xff;
 }
 
-bool isSide(double pixels) {
-  return pixels >= 1 && pixels <= kMaxSide;
-}
-
 }  // namespace
 
 std::optional<images::Bitmap> draw(const KeyboardPicture& picture, Fonts& fonts) {
-  const double width = std::round(picture.size.width * picture.scale);
-  const double height = std::round(picture.size.height * picture.scale);
-  if (!isSide(width) || !isSide(height)) return std::nullopt;
-  images::Bitmap bitmap;
-  bitmap.width = static_cast<int>(width);
-  bitmap.height = static_cast<int>(height);
-  bitmap.pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  const auto size = inPixels(picture.size, picture.scale);
+  if (!size) return std::nullopt;
+  images::Bitmap bitmap = clearBitmap(*size);
   const Surface surface = surfaceOn(bitmap);
   const Context context(cairo_create(surface.get()));
   drawAll(context.get(), picture, fonts);

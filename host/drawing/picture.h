@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "host/drawing/plain.h"
-#include "host/images/bitmap.h"
+#include "host/images/placed_bitmap.h"
 
 namespace host::drawing {
 
@@ -73,8 +73,14 @@ struct KeyboardPicture {
   double scale = 1;  // pixels a point
   /// None: transparent.
   std::optional<Fill> background;
+  /// What `background` fills, each region from its own top to its own bottom, with the same
+  /// corners. None of them: the whole board.
+  std::vector<Rect> background_regions;
+  double region_corner_radius_pt = 0;
   std::vector<BackgroundImage> background_images;  // from the backmost
   std::vector<KeyPicture> keys;                    // in drawing order
+  /// Keys that are pixels already, in drawing order, above `keys`. None is null.
+  std::vector<images::SharedBitmap> drawn_keys;
 };
 
 }  // namespace host::drawing

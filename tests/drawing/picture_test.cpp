@@ -146,6 +146,47 @@ TEST(Background, FillsEveryPixelFromEndToEnd) {
   }
 }
 
+TEST(Background, FillsItsRegionsAlone) {
+  for (const double scale : {1.0, 2.0}) {
+    KeyboardPicture picture;
+    picture.size = {100, 60};
+    picture.scale = scale;
+    picture.background = Fill{kRed, kBlue};
+    picture.background_regions = {{0, 0, 40, 60}, {70, 20, 20, 30}};
+    const auto bitmap = drawn(picture);
+    const Box left = boxOf({0, 0, 40, 60}, scale);
+    const Box right = boxOf({70, 20, 20, 30}, scale);
+    for (int y = 0; y < bitmap.height; ++y) {
+      for (int x = 0; x < bitmap.width; ++x) {
+        const Box pixel{x, y, x + 1, y + 1};
+        const int alpha = left.contains(pixel) || right.contains(pixel) ? 255 : 0;
+        ASSERT_EQ(alphaOf(bitmap.at(x, y)), alpha) << x << "," << y << " @" << scale;
+      }
+    }
+    for (const Box& region : {left, right}) {
+      EXPECT_EQ(bitmap.at(region.left, region.top), kRedPixel);
+      EXPECT_EQ(bitmap.at(region.right - 1, region.bottom - 1), kBluePixel);
+    }
+  }
+}
+
+TEST(Background, RegionsHaveRoundCornersAndImagesKeepTheirs) {
+  const images::Bitmap image = images::solid(1, 1, 0, 255, 0, 255);
+  KeyboardPicture picture;
+  picture.size = {60, 60};
+  picture.background = Fill::flat(kRed);
+  picture.background_regions = {{0, 0, 30, 60}, {40, 0, 0, 60}, {1e9, 0, 10, 10}};
+  picture.region_corner_radius_pt = 6;
+  const auto bare = drawn(picture);
+  for (const auto& [x, y] : {std::pair{0, 0}, {29, 0}, {0, 59}, {29, 59}}) {
+    EXPECT_EQ(alphaOf(bare.at(x, y)), 0);
+  }
+  EXPECT_EQ(extent(bare, whole(bare), [](auto pixel) { return pixel != 0; }), (Box{0, 0, 30, 60}));
+  EXPECT_EQ(bare.at(15, 0), kRedPixel);
+  picture.background_images = {{&image, {0, 0, 60, 60}}};
+  EXPECT_EQ(drawn(picture).pixels, std::vector<images::Pixel>(3600, 0xff00ff00));
+}
+
 TEST(Picture, OfTheSystemsLookIsOpaque) {
   for (const boards::Board& board : boards::allBoards()) {
     for (const boards::Look look : {boards::Look::standard, boards::Look::alert}) {
