@@ -8,6 +8,7 @@
 #include "host/runtime/class_table.h"
 #include "host/runtime/hooking.h"
 #include "host/runtime/trace.h"
+#include "host/system/process.h"
 
 namespace host::keyboard {
 
@@ -29,9 +30,22 @@ void noteKeyValueAccess(platform::Object object, std::string_view key) {
 }  // namespace
 
 CacheStoreObject::CacheStoreObject(std::vector<std::string> groupNames)
-    : objc_object(runtime::defineClass("UIKBCacheStore")), groups(std::move(groupNames)) {}
+    : objc_object(runtime::defineClass("UIKBCacheStore")),
+      groups(std::move(groupNames)),
+      pictures(&system::process().root()) {}
 
-CacheObject::CacheObject() : objc_object(runtime::defineClass("UIKeyboardCache")) {}
+std::vector<std::string> CacheStoreObject::allGroups() const {
+  std::vector<std::string> names = groups;
+  for (std::string& name : pictures.groups()) {
+    if (std::ranges::find(groups, name) == groups.end()) names.push_back(std::move(name));
+  }
+  return names;
+}
+
+CacheObject::CacheObject() : objc_object(runtime::defineClass("UIKeyboardCache")) {
+  store.set(
+      runtime::makeRetained<platform::Object, CacheStoreObject>(std::vector<std::string>()).get());
+}
 
 void defineCacheClass() {
   objc_class* const cls = runtime::defineClass("UIKeyboardCache");
@@ -48,6 +62,11 @@ CacheObject& sharedCache() {
 bool askCacheEnabled() {
   return runtime::send<bool>(platform::objc_getClass("UIKeyboardCache"),
                              platform::sel_registerName("enabled"));
+}
+
+KeyPictureStore* cachedPictures() {
+  auto* const store = runtime::as<CacheStoreObject>(sharedCache().store.get());
+  return store ? &store->pictures : nullptr;
 }
 
 }  // namespace host::keyboard
@@ -67,7 +86,11 @@ UIKeyboardCache UIKeyboardCache::sharedInstance(Class receiver) {
 }
 
 void UIKeyboardCache::clearNonPersistentCache() const {
-  if (as<CacheObject>(*this)) record(Event::Kind::kCache, "clearNonPersistentCache");
+  const auto* const cache = as<CacheObject>(*this);
+  if (!cache) return;
+  record(Event::Kind::kCache, "clearNonPersistentCache");
+  auto* const store = as<CacheStoreObject>(cache->store.get());
+  if (store) store->pictures.clearMemory();
 }
 
 NSArray UIKBCacheStore::allGroups() const {
@@ -75,7 +98,7 @@ NSArray UIKBCacheStore::allGroups() const {
   if (!store) return {};
   record(Event::Kind::kCache, "allGroups");
   std::vector<Retained<Object>> names;
-  for (const std::string& group : store->groups) {
+  for (const std::string& group : store->allGroups()) {
     names.push_back(host::runtime::makeRetained<Object, host::keyboard::TextObject>(group));
   }
   return NSArray(
@@ -88,12 +111,17 @@ void UIKBCacheStore::removeImagesInGroups(NSArray groups) const {
   record(Event::Kind::kCache, "removeImagesInGroups:");
   for (std::size_t i = 0; i < groups.count(); ++i) {
     const auto* const name = as<host::keyboard::TextObject>(groups.objectAtIndex(i));
-    if (name) std::erase(store->groups, name->text);
+    if (!name) continue;
+    std::erase(store->groups, name->text);
+    store->pictures.remove(name->text);
   }
 }
 
 void UIKBCacheStore::purge() const {
-  if (as<CacheStoreObject>(*this)) record(Event::Kind::kCache, "purge");
+  auto* const store = as<CacheStoreObject>(*this);
+  if (!store) return;
+  record(Event::Kind::kCache, "purge");
+  store->pictures.purge();
 }
 
 }  // namespace platform
