@@ -1,76 +1,24 @@
 #include "host/render/picture.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 #include <variant>
 
-#include "host/keyboard/gradient.h"
+#include "host/drawing/key_bitmap.h"
 #include "host/keyboard/keyboard.h"
 #include "host/keyboard/traits.h"
+#include "host/render/key_cache.h"
+#include "host/render/named_look.h"
+#include "host/render/view_images.h"
 #include "host/runtime/object.h"
-#include "host/views/color.h"
-#include "host/views/image.h"
-#include "host/views/view.h"
 
 namespace host::render {
 
 using runtime::as;
 
 namespace {
-
-/// What text is drawn in when nobody knows its colour: what a fresh context has. So keys keep their
-/// labels when the master switch takes a theme's own names away.
-constexpr drawing::Rgba kContextColor{0, 0, 0, 1};
-
-/// The colour that the keyboard knows by that name; none when it knows none.
-std::optional<drawing::Rgba> colorNamed(const std::optional<std::string>& name) {
-  if (!name) return std::nullopt;
-  const auto* const color = as<views::ColorObject>(platform::UIKBGetNamedColor(*name));
-  if (!color) return std::nullopt;
-  const auto& c = color->components;
-  return drawing::Rgba{c[0], c[1], c[2], c[3]};
-}
-
-/// Towards this a colour fades without another tint.
-drawing::Rgba clear(drawing::Rgba color) {
-  color.alpha = 0;
-  return color;
-}
-
-std::optional<drawing::Fill> fillBetween(const std::string& start, const std::string& end) {
-  const auto top = colorNamed(start);
-  const auto bottom = colorNamed(end);
-  if (!top && !bottom) return std::nullopt;
-  return drawing::Fill{top ? *top : clear(*bottom), bottom ? *bottom : clear(*top)};
-}
-
-struct FillOf {
-  std::optional<drawing::Fill> operator()(const keyboard::FlatColors& colors) const {
-    return fillBetween(colors.color, colors.color);
-  }
-  std::optional<drawing::Fill> operator()(const keyboard::LinearColors& colors) const {
-    return fillBetween(colors.start, colors.end);
-  }
-  /// A theme may have defined one of the platform's own gradients anew, so it is asked for by name;
-  /// when the answer is the platform's own, its colours stand in the system look.
-  std::optional<drawing::Fill> operator()(const keyboard::OwnGradient& own) const {
-    const auto asked = keyboard::askNamedGradient(own.name);
-    const auto* const gradient = as<keyboard::GradientObject>(asked);
-    if (!gradient) return std::nullopt;
-    if (!std::holds_alternative<keyboard::OwnGradient>(gradient->colors)) {
-      return std::visit(*this, gradient->colors);
-    }
-    const auto* const system = boards::systemGradient(own.name);
-    if (!system) return std::nullopt;
-    return fillBetween(std::string(system->start), std::string(system->end));
-  }
-};
-
-std::optional<drawing::Fill> fillOf(platform::UIKBGradient handle) {
-  const auto* const gradient = as<keyboard::GradientObject>(handle);
-  return gradient ? std::visit(FillOf(), gradient->colors) : std::nullopt;
-}
 
 std::optional<drawing::Glyph> glyphOf(boards::Shape shape) {
   switch (shape) {
@@ -101,7 +49,7 @@ std::optional<drawing::Symbol> symbolOf(platform::UIKBTextStyle handle,
   symbol.mark = std::move(mark);
   symbol.style.font_name = style->fontName.value_or("");
   symbol.style.size_pt = style->fontSize_pt;
-  symbol.style.color = colorNamed(style->textColor).value_or(kContextColor);
+  symbol.style.color = textColorNamed(style->textColor);
   symbol.style.etch_color = colorNamed(style->etchColor);
   symbol.style.etch_offset_pt = {style->etchOffset.first, style->etchOffset.second};
   return symbol;
@@ -141,38 +89,62 @@ drawing::KeyPicture pictureOf(const LiveKey& key, const LiveKeyplane& keyplane) 
   return picture;
 }
 
-/// Adds every image below `view`, whose superview has its origin at `origin`.
-void addImages(platform::UIView handle, drawing::Point origin,
-               std::vector<drawing::BackgroundImage>& images) {
-  const auto* const view = as<views::ViewObject>(handle);
-  if (!view) return;
-  const drawing::Rect frame{origin.x + view->frame.x, origin.y + view->frame.y, view->frame.width,
-                            view->frame.height};
-  if (const auto* const imageView = as<views::ImageViewObject>(handle)) {
-    const auto* const image = as<views::ImageObject>(imageView->image.get());
-    if (image && image->bitmap()) images.push_back({&image->bitmap()->bitmap, frame});
+platform::UIView backgroundView() {
+  return platform::UIView(keyboard::keyboard().layoutObject().backgroundView.get().get());
+}
+
+/// All but the keys.
+drawing::KeyboardPicture boardOf(const LiveKeyplane& keyplane, double scale) {
+  drawing::KeyboardPicture picture;
+  picture.size = keyplane.placed.size;
+  picture.scale = scale;
+  const auto traits =
+      keyboard::askBackgroundTraits(keyboard::keyboard().factory.get(), keyplane.tree.get());
+  if (const auto* const object = as<keyboard::TraitsObject>(traits)) {
+    picture.background = fillOf(object->backgroundGradient.get());
   }
-  for (const auto& subview : view->subviews) {
-    addImages(subview.get(), {frame.x, frame.y}, images);
-  }
+  picture.background_images = imagesIn(backgroundView());
+  return picture;
+}
+
+/// A key goes through its bitmap also when it has just been drawn, so that it looks the same the
+/// next time, when the picture is made of its pixels.
+images::SharedBitmap drawAndKeep(const drawing::KeyPicture& key, const LiveKey& live,
+                                 const drawing::KeyboardPicture& board, drawing::Fonts& fonts,
+                                 KeyCache& cache) {
+  auto bitmap = drawing::drawAlone(key, board.size, board.scale, fonts);
+  if (!bitmap) return nullptr;
+  auto shared = std::make_shared<const images::PlacedBitmap>(*std::move(bitmap));
+  cache.put(live, shared);
+  return shared;
 }
 
 }  // namespace
 
 drawing::KeyboardPicture pictureOf(const LiveKeyplane& keyplane, double scale) {
   const platform::NSAutoreleasePool pool;
-  auto& keyboard = keyboard::keyboard();
-  drawing::KeyboardPicture picture;
-  picture.size = keyplane.placed.size;
-  picture.scale = scale;
-  const auto traits = keyboard::askBackgroundTraits(keyboard.factory.get(), keyplane.tree.get());
-  if (const auto* const object = as<keyboard::TraitsObject>(traits)) {
-    picture.background = fillOf(object->backgroundGradient.get());
-  }
-  addImages(platform::UIView(keyboard.layoutObject().backgroundView.get().get()), {},
-            picture.background_images);
+  drawing::KeyboardPicture picture = boardOf(keyplane, scale);
   for (const LiveKey& key : keyplane.keys) picture.keys.push_back(pictureOf(key, keyplane));
   return picture;
+}
+
+drawing::KeyboardPicture pictureOf(const LiveKeyplane& keyplane, double scale,
+                                   drawing::Fonts& fonts) {
+  const platform::NSAutoreleasePool pool;
+  auto cache = KeyCache::open(keyplane, scale);
+  if (!cache) return pictureOf(keyplane, scale);
+  drawing::KeyboardPicture picture = boardOf(keyplane, scale);
+  for (const LiveKey& key : keyplane.keys) {
+    auto drawn = cache->find(key);
+    if (!drawn) drawn = drawAndKeep(pictureOf(key, keyplane), key, picture, fonts, *cache);
+    if (drawn) picture.drawn_keys.push_back(std::move(drawn));
+  }
+  cache->write();
+  return picture;
+}
+
+std::optional<std::string> backgroundPath() {
+  return imagePathIn(backgroundView());
 }
 
 }  // namespace host::render
