@@ -17,6 +17,9 @@ constexpr drawing::Rgba rgba(std::uint32_t hex) {
 }
 
 inline constexpr NamedColor kColors[] = {
+    {"UIKBColorAlertDictationBackground", rgba(0x2e2f33ff)},
+    {"UIKBColorAlertDictationDone", rgba(0xffffff24)},
+    {"UIKBColorAlertDictationLevel", rgba(0xffffffff)},
     {"UIKBColorAlertKeyEdge", rgba(0x0000008c)},
     {"UIKBColorAlertKeyFunction", rgba(0xffffff24)},
     {"UIKBColorAlertKeyFunctionDisabled", rgba(0xffffff17)},
@@ -30,6 +33,7 @@ inline constexpr NamedColor kColors[] = {
     {"UIKBColorAlertKeySpace", rgba(0xffffff4d)},
     {"UIKBColorAlertKeySpaceDisabled", rgba(0xffffff26)},
     {"UIKBColorAlertKeySpacePressed", rgba(0xffffff24)},
+    {"UIKBColorAlertTextDictationDone", rgba(0xffffffff)},
     {"UIKBColorAlertTextEtch", rgba(0x00000000)},
     {"UIKBColorAlertTextFunction", rgba(0xffffffff)},
     {"UIKBColorAlertTextFunctionDisabled", rgba(0xffffff59)},
@@ -50,6 +54,9 @@ inline constexpr NamedColor kColors[] = {
     {"UIKBColorBackgroundStandard", rgba(0xd1d5dbff)},
     {"UIKBColorBackgroundStandardGradientEnd", rgba(0xd1d5dbff)},
     {"UIKBColorBackgroundStandardGradientStart", rgba(0xd1d5dbff)},
+    {"UIKBColorDictationBackground", rgba(0xd1d5dbff)},
+    {"UIKBColorDictationDone", rgba(0xaeb4beff)},
+    {"UIKBColorDictationLevel", rgba(0x007affff)},
     {"UIKBColorKeyEdge", rgba(0x888b91ff)},
     {"UIKBColorKeyFunction", rgba(0xaeb4beff)},
     {"UIKBColorKeyFunctionDisabled", rgba(0xbfc4ccff)},
@@ -63,6 +70,7 @@ inline constexpr NamedColor kColors[] = {
     {"UIKBColorKeySpace", rgba(0xfdfdfeff)},
     {"UIKBColorKeySpaceDisabled", rgba(0xe9ebeeff)},
     {"UIKBColorKeySpacePressed", rgba(0xaeb4beff)},
+    {"UIKBColorTextDictationDone", rgba(0x000000ff)},
     {"UIKBColorTextEtch", rgba(0xffffff00)},
     {"UIKBColorTextFunction", rgba(0x000000ff)},
     {"UIKBColorTextFunctionDisabled", rgba(0x00000059)},
@@ -86,6 +94,8 @@ constexpr NamedGradient flat(std::string_view name, std::string_view color) {
 // The pair of names under which a theme may define a gradient behind the keys counts only when it
 // is whole, so the system's own background goes by a name of its own.
 inline constexpr NamedGradient kGradients[] = {
+    flat("UIKBGradientAlertDictationBackground", "UIKBColorAlertDictationBackground"),
+    flat("UIKBGradientAlertDictationDone", "UIKBColorAlertDictationDone"),
     flat("UIKBGradientAlertKeyFunction", "UIKBColorAlertKeyFunction"),
     flat("UIKBGradientAlertKeyFunctionDisabled", "UIKBColorAlertKeyFunctionDisabled"),
     flat("UIKBGradientAlertKeyFunctionPressed", "UIKBColorAlertKeyFunctionPressed"),
@@ -100,6 +110,8 @@ inline constexpr NamedGradient kGradients[] = {
     flat("UIKBGradientAlertKeySpacePressed", "UIKBColorAlertKeySpacePressed"),
     flat("UIKBGradientBackgroundAlert", "UIKBColorBackgroundAlert"),
     flat("UIKBGradientBackgroundStandard", "UIKBColorBackgroundStandard"),
+    flat("UIKBGradientDictationBackground", "UIKBColorDictationBackground"),
+    flat("UIKBGradientDictationDone", "UIKBColorDictationDone"),
     flat("UIKBGradientKeyFunction", "UIKBColorKeyFunction"),
     flat("UIKBGradientKeyFunctionDisabled", "UIKBColorKeyFunctionDisabled"),
     flat("UIKBGradientKeyFunctionPressed", "UIKBColorKeyFunctionPressed"),
