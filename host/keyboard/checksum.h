@@ -9,7 +9,7 @@
 namespace host::keyboard {
 
 /// A number that another one follows for any other bytes, but for a rare chance: tells accidents,
-/// not intent. Takes them eight at a time: a quarter of a millisecond for a megabyte.
+/// not intent. Takes them eight at a time: half a millisecond for a megabyte.
 inline std::uint64_t checksum(std::string_view bytes) {
   std::uint64_t sum = bytes.size();
   while (!bytes.empty()) {
