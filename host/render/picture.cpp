@@ -5,6 +5,7 @@
 #include <utility>
 #include <variant>
 
+#include "host/keyboard/boards/system_look.h"
 #include "host/keyboard/gradient.h"
 #include "host/keyboard/keyboard.h"
 #include "host/keyboard/traits.h"
@@ -80,6 +81,8 @@ std::optional<drawing::Glyph> glyphOf(boards::Shape shape) {
       return drawing::Glyph::shift;
     case boards::Shape::shift_on:
       return drawing::Glyph::shift_on;
+    case boards::Shape::shift_locked:
+      return drawing::Glyph::shift_locked;
     case boards::Shape::delete_left:
       return drawing::Glyph::delete_left;
     case boards::Shape::globe:
@@ -129,7 +132,7 @@ drawing::KeyPicture pictureOf(const LiveKey& key, const LiveKeyplane& keyplane) 
   picture.background = fillOf(object->backgroundGradient.get());
   picture.edge = edgeOf(traits.renderEffects());
   const boards::Key& description = *key.placed.key;
-  if (const auto glyph = glyphOf(description.shape)) {
+  if (const auto glyph = glyphOf(boards::shapeInState(description.shape, key.tree->state()))) {
     picture.symbol = symbolOf(traits.symbolStyle(), *glyph);
   } else {
     picture.symbol = symbolOf(traits.symbolStyle(), std::string(description.label));
