@@ -1,7 +1,5 @@
 #include "host/drawing/key_painter.h"
 
-#include <cmath>
-
 #include "host/drawing/cairo_handles.h"
 #include "host/drawing/label.h"
 #include "host/drawing/pixels.h"
@@ -26,15 +24,11 @@ void drawEdge(cairo_t* context, const EdgeEffect& edge, const Rect& face, double
 
 void drawSymbols(cairo_t* context, const KeyPicture& key, const Rect& face, double scale,
                  Fonts& fonts) {
-  if (!key.secondary_symbol) {
-    if (key.symbol) drawSymbol(context, *key.symbol, face, scale, fonts);
-    return;
+  if (key.symbol && key.secondary_symbol) {
+    drawPair(context, *key.secondary_symbol, *key.symbol, face, scale, fonts);
+  } else if (const auto& only = key.symbol ? key.symbol : key.secondary_symbol) {
+    drawSymbol(context, *only, face, scale, fonts);
   }
-  const double upper = std::round(face.height * 0.45);
-  drawSymbol(context, *key.secondary_symbol, {face.x, face.y, face.width, upper}, scale, fonts);
-  if (!key.symbol) return;
-  const Rect lower{face.x, face.y + upper, face.width, face.height - upper};
-  drawSymbol(context, *key.symbol, lower, scale, fonts);
 }
 
 }  // namespace

@@ -73,6 +73,14 @@ void drawText(cairo_t* context, std::string_view text, const TextStyle& style, c
              [&](Point offset) { showText(context, set, x + offset.x, y + offset.y); });
 }
 
+/// How high `symbol` stands above its line, in whole pixels: a capital of its font, a glyph an em.
+double heightOf(const Symbol& symbol, double scale, Fonts& fonts) {
+  const double em_px = symbol.style.size_pt * scale;
+  if (std::holds_alternative<Glyph>(symbol.mark)) return std::round(em_px);
+  const Face* face = fonts.named(symbol.style.font_name);
+  return std::round(face ? face->capHeight() * em_px : em_px);
+}
+
 }  // namespace
 
 void drawSymbol(cairo_t* context, const Symbol& symbol, const Rect& area, double scale,
@@ -87,6 +95,18 @@ void drawSymbol(cairo_t* context, const Symbol& symbol, const Rect& area, double
     const Point center = centerOf(area);
     drawGlyph(context, glyph, {center.x + offset.x, center.y + offset.y}, style.size_pt * scale);
   });
+}
+
+void drawPair(cairo_t* context, const Symbol& upper, const Symbol& lower, const Rect& area,
+              double scale, Fonts& fonts) {
+  constexpr double kGap = 0.08;  // of the lower one's em
+  const double upper_height = heightOf(upper, scale, fonts);
+  const double lower_height = heightOf(lower, scale, fonts);
+  const double gap = std::round(kGap * lower.style.size_pt * scale);
+  const double top = std::round(area.y + (area.height - upper_height - gap - lower_height) / 2);
+  drawSymbol(context, upper, {area.x, top, area.width, upper_height}, scale, fonts);
+  drawSymbol(context, lower, {area.x, top + upper_height + gap, area.width, lower_height}, scale,
+             fonts);
 }
 
 }  // namespace host::drawing

@@ -13,4 +13,9 @@ namespace host::drawing {
 void drawSymbol(cairo_t* context, const Symbol& symbol, const Rect& area, double scale,
                 Fonts& fonts);
 
+/// Draws `upper` above `lower`, both together in the middle of `area` by the height of capitals, so
+/// that the pairs of a row stand on the same two lines whatever their marks.
+void drawPair(cairo_t* context, const Symbol& upper, const Symbol& lower, const Rect& area,
+              double scale, Fonts& fonts);
+
 }  // namespace host::drawing

@@ -10,6 +10,7 @@
 #include "host/keyboard/tree.h"
 #include "host/runtime/class_table.h"
 #include "host/runtime/hooking.h"
+#include "host/system/device.h"
 
 namespace host::keyboard {
 
@@ -23,9 +24,16 @@ using platform::UIKBTree;
 
 namespace {
 
-boards::Look lookOf(UIKBTree keyplane) {
+boards::Family deviceFamily() {
+  return system::device().interfaceIdiom == 1 ? boards::Family::tablet : boards::Family::phone;
+}
+
+/// How the system draws `key`, which may be null like its keyplane.
+boards::KeyLook lookOf(UIKBTree key, UIKBTree keyplane) {
+  const auto* const tree = runtime::as<TreeObject>(key);
   const int style = keyplane.visualStyle();
-  return style == 3 || style == 9 ? boards::Look::alert : boards::Look::standard;
+  return boards::systemKeyLook(tree ? tree->kind : boards::KeyKind(), boards::lookOf(style),
+                               boards::familyOf(style, deviceFamily()), key.state());
 }
 
 std::optional<std::string> nameOrNone(std::string_view name) {
@@ -77,9 +85,7 @@ UIKBRenderTraits systemTraitsForKey(UIKBRenderFactory self, SEL, UIKBTree key, U
       factory && factory->forcedTraits) {
     return factory->forcedTraits->get();
   }
-  const auto* const tree = runtime::as<TreeObject>(key);
-  const auto look = boards::systemKeyLook(tree ? tree->role : boards::Role::letter,
-                                          lookOf(keyplane), key.state());
+  const boards::KeyLook look = lookOf(key, keyplane);
   auto* const traits = runtime::makeAutoreleased<TraitsObject>();
   traits->renderEffects = effects(look);
   traits->backgroundGradient = ownGradient(look.gradient);
@@ -95,7 +101,8 @@ UIKBRenderTraits systemBackgroundTraits(UIKBRenderFactory self, SEL, UIKBTree ke
     return factory->forcedBackgroundTraits->get();
   }
   auto* const traits = runtime::makeAutoreleased<TraitsObject>();
-  traits->backgroundGradient = ownGradient(boards::systemBackgroundGradient(lookOf(keyplane)));
+  const boards::Look look = boards::lookOf(keyplane.visualStyle());
+  traits->backgroundGradient = ownGradient(boards::systemBackgroundGradient(look));
   return UIKBRenderTraits(traits);
 }
 

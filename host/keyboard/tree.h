@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "host/keyboard/boards/board.h"
+#include "host/keyboard/boards/system_look.h"
 #include "host/runtime/object.h"
 #include "platform/keyboard.h"
 
@@ -27,7 +27,7 @@ struct TreeObject final : objc_object {
   int displayTypeHint = 0;
   int displayRowHint = 0;
   int state = 0;
-  boards::Role role = boards::Role::letter;
+  boards::KeyKind kind;
 };
 
 /// The names that `enumStringForDisplayType` returns for some numbers in place of the system's own.

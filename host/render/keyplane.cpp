@@ -14,12 +14,6 @@ using platform::UIKBTree;
 
 namespace {
 
-// The numbers by which the device tells keyplanes and orientations apart.
-int visualStyle(const KeyplaneChoice& choice) {
-  if (choice.look == boards::Look::alert) return 3;
-  return choice.orientation == boards::Orientation::portrait ? 1 : 2;
-}
-
 std::int32_t interfaceOrientation(boards::Orientation orientation) {
   return orientation == boards::Orientation::portrait ? 1 : 3;
 }
@@ -28,16 +22,34 @@ keyboard::TreeObject& objectOf(const Retained<UIKBTree>& tree) {
   return *runtime::as<keyboard::TreeObject>(tree.get());
 }
 
-Retained<UIKBTree> makeKey(const boards::PlacedKey& placed) {
+Retained<UIKBTree> makeKey(const boards::PlacedKey& placed, boards::KeyState state) {
   auto tree = runtime::makeRetained<UIKBTree, keyboard::TreeObject>();
   auto& object = objectOf(tree);
   object.name = placed.key->name;
   object.displayType = static_cast<int>(placed.key->display_type);
   object.displayTypeHint = static_cast<int>(placed.key->display_type_hint);
   object.displayRowHint = placed.row_hint;
-  object.state = static_cast<int>(boards::KeyState::normal);
-  object.role = placed.key->role;
+  object.state = static_cast<int>(state);
+  object.kind = {placed.key->role, boards::letteringOf(*placed.key)};
   return tree;
+}
+
+bool isCalled(const boards::Key& key, std::string_view nameOrLabel) {
+  // Keys with a drawn symbol have an empty label, which names none of them.
+  return !nameOrLabel.empty() && (key.name == nameOrLabel || key.label == nameOrLabel);
+}
+
+/// Puts every key that is called so into the state that `next` makes of its own.
+template <typename Next>
+bool change(LiveKeyplane& keyplane, std::string_view nameOrLabel, Next next) {
+  bool found = false;
+  for (const LiveKey& key : keyplane.keys) {
+    if (!isCalled(*key.placed.key, nameOrLabel)) continue;
+    int& state = objectOf(key.tree).state;
+    state = static_cast<int>(next(static_cast<boards::KeyState>(state)));
+    found = true;
+  }
+  return found;
 }
 
 }  // namespace
@@ -50,12 +62,15 @@ LiveKeyplane makeKeyplane(const KeyplaneChoice& choice) {
   const boards::Keyplane& keyplane = choice.board->keyplane(choice.plane);
   auto& object = objectOf(live.tree);
   object.name = live.placed.name;
-  object.visualStyle = visualStyle(choice);
-  object.type = keyplane.type;
+  object.visualStyle =
+      choice.board->visual_styles.of(choice.look, choice.orientation, choice.plane);
+  object.type = boards::kKeyplaneType;
   object.isLetters = keyplane.is_letters;
   object.isShiftKeyplane = keyplane.is_shift_keyplane;
+  const boards::Shift shift = choice.shift.value_or(boards::defaultShift(choice.plane));
   for (const boards::PlacedKey& placed : live.placed.keys) {
-    live.keys.push_back({placed, makeKey(placed)});
+    const auto state = boards::restingState(placed.key->display_type, keyplane, shift);
+    live.keys.push_back({placed, makeKey(placed, state)});
   }
   return live;
 }
@@ -79,14 +94,11 @@ std::string keyNames(const LiveKeyplane& keyplane) {
 }
 
 bool press(LiveKeyplane& keyplane, std::string_view nameOrLabel) {
-  // Keys with a drawn symbol have an empty label, which names none of them.
-  if (nameOrLabel.empty()) return false;
-  for (const LiveKey& key : keyplane.keys) {
-    if (key.placed.key->name != nameOrLabel && key.placed.key->label != nameOrLabel) continue;
-    objectOf(key.tree).state = static_cast<int>(boards::KeyState::pressed);
-    return true;
-  }
-  return false;
+  return change(keyplane, nameOrLabel, boards::pressedState);
+}
+
+bool disable(LiveKeyplane& keyplane, std::string_view nameOrLabel) {
+  return change(keyplane, nameOrLabel, [](boards::KeyState) { return boards::KeyState::disabled; });
 }
 
 }  // namespace host::render

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "host/keyboard/boards/key_state.h"
 #include "host/keyboard/boards/layout.h"
-#include "host/keyboard/boards/system_look.h"
 #include "platform/keyboard.h"
 
 namespace host::render {
@@ -17,6 +18,8 @@ struct KeyplaneChoice {
   boards::Orientation orientation = boards::Orientation::portrait;
   boards::Look look = boards::Look::standard;
   boards::Variant variant;
+  /// What the shift keys of a letters keyplane say; none: as that keyplane has it by itself.
+  std::optional<boards::Shift> shift = {};
 };
 
 struct LiveKey {
@@ -41,7 +44,12 @@ void show(const LiveKeyplane& keyplane, const KeyplaneChoice& choice);
 /// The names of its keys, each behind a space, for messages.
 std::string keyNames(const LiveKeyplane& keyplane);
 
-/// Presses the key of that name, or with that label. False when there is none.
+// A name names one key, a label all keys that have it. Both functions are false when there is none.
+
+/// Presses keys. One that is disabled stays so.
 bool press(LiveKeyplane& keyplane, std::string_view nameOrLabel);
+
+/// Disables keys, pressed or not.
+bool disable(LiveKeyplane& keyplane, std::string_view nameOrLabel);
 
 }  // namespace host::render

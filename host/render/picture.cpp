@@ -28,6 +28,8 @@ std::optional<drawing::Glyph> glyphOf(boards::Shape shape) {
       return drawing::Glyph::shift;
     case boards::Shape::shift_on:
       return drawing::Glyph::shift_on;
+    case boards::Shape::shift_locked:
+      return drawing::Glyph::shift_locked;
     case boards::Shape::delete_left:
       return drawing::Glyph::delete_left;
     case boards::Shape::globe:
@@ -77,7 +79,7 @@ drawing::KeyPicture pictureOf(const LiveKey& key, const LiveKeyplane& keyplane) 
   picture.background = fillOf(object->backgroundGradient.get());
   picture.edge = edgeOf(traits.renderEffects());
   const boards::Key& description = *key.placed.key;
-  if (const auto glyph = glyphOf(description.shape)) {
+  if (const auto glyph = glyphOf(boards::shapeInState(description.shape, key.tree->state()))) {
     picture.symbol = symbolOf(traits.symbolStyle(), *glyph);
   } else {
     picture.symbol = symbolOf(traits.symbolStyle(), std::string(description.label));
@@ -97,6 +99,7 @@ platform::UIView backgroundView() {
 drawing::KeyboardPicture boardOf(const LiveKeyplane& keyplane, double scale) {
   drawing::KeyboardPicture picture;
   picture.size = keyplane.placed.size;
+  picture.background_regions = keyplane.placed.backgrounds;
   picture.scale = scale;
   const auto traits =
       keyboard::askBackgroundTraits(keyboard::keyboard().factory.get(), keyplane.tree.get());

@@ -8,6 +8,8 @@
 #include <set>
 #include <string>
 
+#include "host/keyboard/boards/key_state.h"
+
 namespace host::boards {
 namespace {
 
@@ -16,17 +18,25 @@ using drawing::Rgba;
 constexpr Role kRoles[] = {Role::letter, Role::function, Role::space, Role::return_key};
 constexpr Look kLooks[] = {Look::standard, Look::alert};
 constexpr KeyState kStates[] = {KeyState::disabled, KeyState::normal, KeyState::pressed};
+constexpr KeyState kShiftStates[] = {KeyState::shift_on, KeyState::shift_locked};
 
+KeyLook lookOf(Role role, Look look, int state) {
+  return systemKeyLook({role, Lettering::character}, look, Family::phone, state);
+}
+
+/// Every look of a name of its own.
 template <typename Check>
 void forEveryLook(Check check) {
+  const auto visit = [&](Look look, Role role, KeyState state) {
+    const KeyLook found = lookOf(role, look, static_cast<int>(state));
+    SCOPED_TRACE(std::string(found.gradient));
+    check(found, look, state);
+  };
   for (const Look look : kLooks) {
     for (const Role role : kRoles) {
-      for (const KeyState state : kStates) {
-        const KeyLook found = systemKeyLook(role, look, static_cast<int>(state));
-        SCOPED_TRACE(std::string(found.gradient));
-        check(found, look, state);
-      }
+      for (const KeyState state : kStates) visit(look, role, state);
     }
+    for (const KeyState state : kShiftStates) visit(look, Role::function, state);
   }
 }
 
@@ -58,8 +68,6 @@ TEST(SystemLook, EveryNameIsKnown) {
          {look.text_color, look.secondary_text_color, look.etch_color, look.edge_color}) {
       EXPECT_TRUE(systemColor(name)) << name;
     }
-    EXPECT_FALSE(look.font_name.empty());
-    EXPECT_GT(look.font_size_pt, look.secondary_font_size_pt);
   });
   for (const Look look : kLooks) {
     EXPECT_TRUE(systemGradient(systemBackgroundGradient(look)));
@@ -88,7 +96,7 @@ TEST(SystemLook, StatesCanBeToldApart) {
   for (const Look look : kLooks) {
     for (const Role role : kRoles) {
       const auto face = [&](KeyState state) {
-        return colorOf(systemKeyLook(role, look, static_cast<int>(state)).gradient);
+        return colorOf(lookOf(role, look, static_cast<int>(state)).gradient);
       };
       EXPECT_NE(face(KeyState::normal), face(KeyState::pressed));
       EXPECT_NE(face(KeyState::normal), face(KeyState::disabled));
@@ -96,10 +104,53 @@ TEST(SystemLook, StatesCanBeToldApart) {
   }
 }
 
+TEST(SystemLook, ShiftThatIsOnStandsOutFromAllFunctionKeys) {
+  for (const Look look : kLooks) {
+    const auto on = lookOf(Role::function, look, 8);
+    const auto locked = lookOf(Role::function, look, 32);
+    EXPECT_NE(colorOf(on.gradient), colorOf(lookOf(Role::function, look, 2).gradient));
+    EXPECT_NE(colorOf(on.gradient), colorOf(lookOf(Role::function, look, 1).gradient));
+    EXPECT_NE(on.gradient, locked.gradient);
+    for (const int pressed : {12, 36}) {
+      EXPECT_EQ(lookOf(Role::function, look, pressed).gradient,
+                lookOf(Role::function, look, 4).gradient);
+    }
+  }
+  // A shift that is on is as light as a letter.
+  EXPECT_EQ(colorOf(lookOf(Role::function, Look::standard, 8).gradient),
+            colorOf(lookOf(Role::letter, Look::standard, 2).gradient));
+}
+
 TEST(SystemLook, OtherStatesLookNormal) {
-  for (const int state : {0, 3, 5, 8, 12, 32, -1}) {
-    EXPECT_EQ(systemKeyLook(Role::space, Look::alert, state).gradient,
-              systemKeyLook(Role::space, Look::alert, 2).gradient);
+  for (const int state : {0, 3, 5, 9, 16, 40, -1}) {
+    EXPECT_EQ(lookOf(Role::space, Look::alert, state).gradient,
+              lookOf(Role::space, Look::alert, 2).gradient);
+  }
+}
+
+TEST(SystemLook, TextIsLargerOnATablet) {
+  for (const Lettering lettering :
+       {Lettering::character, Lettering::pair, Lettering::word, Lettering::symbol}) {
+    const auto look = [&](Family family) {
+      return systemKeyLook({Role::letter, lettering}, Look::standard, family, 2);
+    };
+    const KeyLook phone = look(Family::phone);
+    const KeyLook tablet = look(Family::tablet);
+    EXPECT_EQ(tablet.font_name, phone.font_name);
+    EXPECT_GT(tablet.font_size_pt, phone.font_size_pt);
+    EXPECT_GE(tablet.font_size_pt, tablet.secondary_font_size_pt);
+  }
+}
+
+TEST(SystemLook, BothTextsOfAPairAreAlikeInEveryState) {
+  for (const Look look : kLooks) {
+    for (const KeyState state : kStates) {
+      const KeyLook pair = systemKeyLook({Role::letter, Lettering::pair}, look, Family::tablet,
+                                         static_cast<int>(state));
+      EXPECT_EQ(pair.secondary_font_size_pt, pair.font_size_pt);
+      EXPECT_NE(pair.secondary_text_color, pair.text_color);
+      EXPECT_EQ(systemColor(pair.secondary_text_color), systemColor(pair.text_color));
+    }
   }
 }
 

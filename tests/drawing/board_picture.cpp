@@ -15,12 +15,14 @@ drawing::Fill fill(std::string_view name) {
   return {color(gradient->start), color(gradient->end)};
 }
 
-std::variant<std::string, Glyph> markOf(const boards::Key& key) {
-  switch (key.shape) {
+std::variant<std::string, Glyph> markOf(const boards::Key& key, boards::KeyState state) {
+  switch (boards::shapeInState(key.shape, static_cast<int>(state))) {
     case Shape::shift:
       return Glyph::shift;
     case Shape::shift_on:
       return Glyph::shift_on;
+    case Shape::shift_locked:
+      return Glyph::shift_locked;
     case Shape::delete_left:
       return Glyph::delete_left;
     case Shape::globe:
@@ -35,16 +37,23 @@ std::variant<std::string, Glyph> markOf(const boards::Key& key) {
   return std::string(key.label);
 }
 
-drawing::KeyPicture keyPicture(const boards::PlacedKey& placed, const boards::KeyLook& look,
-                               double corner_radius) {
+drawing::TextStyle textStyle(const boards::KeyLook& look) {
+  return {std::string(look.font_name), look.font_size_pt, color(look.text_color), {}, {}};
+}
+
+drawing::KeyPicture keyPicture(const boards::PlacedKey& placed, boards::KeyState state,
+                               const boards::KeyLook& look, double corner_radius) {
   drawing::KeyPicture picture;
   picture.frame = placed.face;
   picture.corner_radius_pt = corner_radius;
   picture.background = fill(look.gradient);
   picture.edge = drawing::EdgeEffect{color(look.edge_color)};
-  picture.symbol = drawing::Symbol{
-      markOf(*placed.key),
-      {std::string(look.font_name), look.font_size_pt, color(look.text_color), {}, {}}};
+  picture.symbol = drawing::Symbol{markOf(*placed.key, state), textStyle(look)};
+  if (!placed.key->secondary_label.empty()) {
+    auto& secondary = picture.secondary_symbol.emplace(*picture.symbol);
+    secondary.mark = std::string(placed.key->secondary_label);
+    secondary.style.size_pt = look.secondary_font_size_pt;
+  }
   return picture;
 }
 
@@ -58,11 +67,12 @@ drawing::KeyboardPicture systemPicture(const boards::Board& board, boards::Plane
   picture.size = placed.size;
   picture.scale = scale;
   picture.background = fill(boards::systemBackgroundGradient(look));
+  const auto family = board.is_tablet ? boards::Family::tablet : boards::Family::phone;
   for (const boards::PlacedKey& key : placed.keys) {
-    const bool lit = key.key->shape == Shape::shift_on;
-    const int shown = static_cast<int>(lit ? boards::KeyState::pressed : state);
-    picture.keys.push_back(keyPicture(key, boards::systemKeyLook(key.key->role, look, shown),
-                                      board.metrics(orientation).corner_radius));
+    const boards::KeyKind kind{key.key->role, boards::letteringOf(*key.key)};
+    picture.keys.push_back(
+        keyPicture(key, state, boards::systemKeyLook(kind, look, family, static_cast<int>(state)),
+                   board.metrics(orientation).corner_radius));
   }
   return picture;
 }

@@ -1,6 +1,8 @@
 // Texts and drawn glyphs on keys.
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -33,6 +35,7 @@ TEST(Symbol, EveryOneOfTheSystemLiesWithinItsKeyAndInItsMiddle) {
           key.background.reset();
           key.edge.reset();
           key.symbol->style.color = kBlack;
+          key.secondary_symbol.reset();
         }
         const auto bitmap = drawn(picture);
         for (const auto& key : picture.keys) {
@@ -169,15 +172,76 @@ TEST(Symbol, TranslucentGlyphIsNowhereDarkerThanItsColor) {
   }
 }
 
-TEST(Symbol, SecondaryStandsAboveThePrimary) {
-  auto key = keyWith(blackText("H"));
-  key.secondary_symbol = blackText("X", "Inter-Regular", 13);
+struct PairInk {
+  Box upper, lower;
+};
+
+/// The ink of `upper` above `lower` on a face from 10 to 50 points, at 2 pixels a point.
+PairInk inkOfPair(const char* upper, const char* lower, double upper_pt = 14) {
+  auto key = keyWith(blackText(lower, "Inter-Regular", 14));
+  key.secondary_symbol = blackText(upper, "Inter-Regular", upper_pt);
   key.secondary_symbol->style.color = kRed;
   const auto bitmap = drawn(pictureOf(key, 2));
-  const Box upper = extent(bitmap, whole(bitmap), [](auto pixel) { return pixel == kRedPixel; });
-  const Box lower = extent(bitmap, whole(bitmap), [](auto pixel) { return pixel == kBlackPixel; });
-  EXPECT_FALSE(upper.empty());
-  EXPECT_LT(upper.bottom, lower.top);
+  const auto is = [](images::Pixel color) {
+    return
+        [=](images::Pixel pixel) { return alphaOf(pixel) > 0x80 && (pixel & 0xff0000) == color; };
+  };
+  return {extent(bitmap, whole(bitmap), is(0xff0000)), extent(bitmap, whole(bitmap), is(0))};
+}
+
+TEST(Pair, StandsOneAboveTheOtherInTheMiddleOfTheFace) {
+  for (const double upper_pt : {10.0, 14.0, 16.0}) {
+    const auto [upper, lower] = inkOfPair("H", "X", upper_pt);
+    EXPECT_FALSE(upper.empty());
+    EXPECT_LT(upper.bottom, lower.top);
+    EXPECT_NEAR(upper.top - 20, 100 - lower.bottom, 2) << upper_pt;
+    EXPECT_NEAR(upper.middle(), 60, 1);
+    EXPECT_NEAR(lower.middle(), 60, 1);
+  }
+}
+
+TEST(Pair, StandsOnTheSameTwoLinesWhateverItsMarks) {
+  const auto reference = inkOfPair("H", "X");
+  for (const char* upper : {"!", "E", "7"}) {
+    for (const char* lower : {".", "X", "1"}) {
+      const auto ink = inkOfPair(upper, lower);
+      // Round dots overshoot the line by less than a pixel.
+      EXPECT_NEAR(ink.upper.bottom, reference.upper.bottom, 1) << upper;
+      EXPECT_NEAR(ink.lower.bottom, reference.lower.bottom, 1) << lower;
+    }
+  }
+}
+
+TEST(Pair, OfTheTabletIsWithinItsFaceWithRoomOnBothSides) {
+  for (const boards::Orientation orientation :
+       {boards::Orientation::portrait, boards::Orientation::landscape}) {
+    for (const char* name : {"Tablet", "Tablet-Split"}) {
+      auto picture = systemPicture(*boards::findBoard(name), boards::Plane::small_letters,
+                                   orientation, {}, boards::Look::standard, 2);
+      picture.background.reset();
+      std::erase_if(picture.keys, [](const auto& key) { return !key.secondary_symbol; });
+      ASSERT_EQ(picture.keys.size(), 2u);
+      for (auto& key : picture.keys) {
+        key.background.reset();
+        key.edge.reset();
+      }
+      const auto bitmap = drawn(picture);
+      for (const auto& key : picture.keys) {
+        const Box face = boxOf(key.frame, 2);
+        const Box ink = extent(bitmap, face, [](auto pixel) { return alphaOf(pixel) >= 0x80; });
+        const int above = ink.top - face.top;
+        const int below = face.bottom - ink.bottom;
+        EXPECT_GE(std::min(above, below), 10) << name;  // 5 points
+        EXPECT_LE(std::abs(above - below), 10) << name;
+      }
+    }
+  }
+}
+
+TEST(Pair, WithoutALowerOneIsASymbolAlone) {
+  drawing::KeyPicture key;
+  key.secondary_symbol = blackText("H");
+  EXPECT_EQ(drawn(pictureOf(key, 2)), drawn(pictureOf(keyWith(blackText("H")), 2)));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 // program. Widths along a row are in units, so that one row serves every size of its board.
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -15,19 +16,24 @@ namespace host::boards {
 /// Which of the system's looks a key wears.
 enum class Role { letter, function, space, return_key };
 
-/// What a key shows; text is its label, all others are drawn.
-enum class Shape { text, shift, shift_on, delete_left, globe, microphone, dismiss };
+/// What a key shows; text is its label, all others are drawn. A board says `shift` of its shift
+/// keys: the two behind it are what these show in some states (key_state.h).
+enum class Shape { text, shift, shift_on, shift_locked, delete_left, globe, microphone, dismiss };
+
+/// What stands on a key, as far as its size goes: one character, two of them one above the other, a
+/// word, or a drawn symbol.
+enum class Lettering { character, pair, word, symbol };
 
 /// On which devices a key is there at all.
 enum class Presence { always, with_international_key, with_dictation_key };
 
-/// A key's frame takes all that the other keys of its row leave over.
+/// The width of a key that takes all that the other keys of its row leave over.
 inline constexpr double kRest = 0;
 
 struct Key {
   std::string_view name;  // what conditions call it; unique within its keyplane
   std::string_view label;
-  std::string_view secondary_label = {};
+  std::string_view secondary_label = {};  // stands above the label
   DisplayType display_type = DisplayType::letter;
   DisplayTypeHint display_type_hint = DisplayTypeHint::none;
   Role role = Role::letter;
@@ -38,6 +44,12 @@ struct Key {
   Presence presence = Presence::always;
 };
 
+constexpr Lettering letteringOf(const Key& key) {
+  if (key.shape != Shape::text) return Lettering::symbol;
+  if (key.role != Role::letter) return Lettering::word;
+  return key.secondary_label.empty() ? Lettering::character : Lettering::pair;
+}
+
 struct Row {
   int hint;  // counted from the top, from 1
   std::span<const Key> keys;
@@ -45,10 +57,13 @@ struct Row {
 
 enum class Plane { small_letters, capital_letters, numbers, numbers_alternate };
 
+/// What every keyplane answers when it is asked for its type: the device keeps boards as trees, and
+/// this is its number for a keyplane's node.
+inline constexpr int kKeyplaneType = 2;
+
 struct Keyplane {
   Plane plane;
   std::string_view name;  // ends the names of its portrait and its landscape form
-  int type;
   bool is_letters;
   bool is_shift_keyplane;
   Plane on_shift;  // where the shift key leads
@@ -57,6 +72,15 @@ struct Keyplane {
 };
 
 enum class Orientation { portrait, landscape };
+
+/// The light keyboard, and the dark one over alerts.
+enum class Look { standard, alert };
+
+/// A part of a board's width, in points from its left end.
+struct Span {
+  double from;
+  double to;
+};
 
 /// How the rows of a board lie in one orientation, in points.
 struct Metrics {
@@ -68,11 +92,32 @@ struct Metrics {
   double face_height;
   double face_gap;       // between neighbouring faces of a row
   double corner_radius;  // of a face
+  // Where a board of two halves has neither keys nor a background: what lies below it shows.
+  std::optional<Span> opening = {};
+};
+
+/// The visual styles of a board's keyplanes, the numbers by which the system tells looks apart.
+struct VisualStyles {
+  struct ByPlane {
+    int letters;
+    int numbers;
+  };
+  ByPlane portrait;
+  ByPlane landscape;
+  int alert;  // of all keyplanes over an alert
+
+  constexpr int of(Look look, Orientation orientation, Plane plane) const {
+    if (look == Look::alert) return alert;
+    const ByPlane& planes = orientation == Orientation::portrait ? portrait : landscape;
+    const bool is_letters = plane == Plane::small_letters || plane == Plane::capital_letters;
+    return is_letters ? planes.letters : planes.numbers;
+  }
 };
 
 struct Board {
   std::string_view name;  // "Phone-3.5-Inch"
-  bool is_tablet;
+  bool is_tablet;         // what the device says of itself while it shows the board
+  VisualStyles visual_styles;
   Metrics portrait;
   Metrics landscape;
   std::span<const Keyplane> keyplanes;  // one of each Plane, in the order of Plane

@@ -26,26 +26,34 @@ constexpr bool fits(const Row& row, double units) {
   return takesRest(row) ? fullWidth(row) + kLeastRest <= units : fullWidth(row) <= units;
 }
 
-/// Conditions tell the keys of a keyplane apart by name alone.
+/// How many keys of `rows` have `name`.
+constexpr std::ptrdiff_t keysNamed(std::string_view name, std::span<const Row> rows) {
+  std::ptrdiff_t count = 0;
+  for (const Row& row : rows) count += std::ranges::count(row.keys, name, &Key::name);
+  return count;
+}
+
+/// Conditions tell the keys of a keyplane apart by name alone. A key is counted in its own row and
+/// those below: compilers give up on tables of twice the work.
 constexpr bool namesAreUnique(const Keyplane& keyplane) {
-  for (const Row& row : keyplane.rows) {
-    for (const Key& key : row.keys) {
-      std::ptrdiff_t count = 0;
-      for (const Row& other : keyplane.rows) {
-        count += std::ranges::count(other.keys, key.name, &Key::name);
-      }
-      if (key.name.empty() || count != 1) return false;
+  for (std::size_t i = 0; i < keyplane.rows.size(); ++i) {
+    for (const Key& key : keyplane.rows[i].keys) {
+      if (key.name.empty() || keysNamed(key.name, keyplane.rows.subspan(i)) != 1) return false;
     }
   }
   return true;
 }
 
-/// A key shows a label or a drawn symbol, never both, and only the space may be without words.
+/// A key shows a label or a drawn symbol, never both, and a symbol that is no other key's in a
+/// state.
+constexpr bool showsSomething(const Key& key) {
+  if (key.shape == Shape::shift_on || key.shape == Shape::shift_locked) return false;
+  return (key.shape == Shape::text) != key.label.empty();
+}
+
 constexpr bool everyKeyShowsSomething(const Keyplane& keyplane) {
-  return std::ranges::all_of(keyplane.rows, [](const Row& row) {
-    return std::ranges::all_of(
-        row.keys, [](const Key& key) { return (key.shape == Shape::text) != key.label.empty(); });
-  });
+  return std::ranges::all_of(
+      keyplane.rows, [](const Row& row) { return std::ranges::all_of(row.keys, showsSomething); });
 }
 
 constexpr bool rowsAreCounted(const Keyplane& keyplane) {
@@ -53,14 +61,28 @@ constexpr bool rowsAreCounted(const Keyplane& keyplane) {
   return std::ranges::all_of(keyplane.rows, [&](const Row& row) { return row.hint == ++expected; });
 }
 
+constexpr bool liesWithin(const std::optional<Span>& opening, double width) {
+  return !opening || (0 < opening->from && opening->from < opening->to && opening->to < width);
+}
+
 constexpr bool metricsHold(const Metrics& metrics, const Keyplane& keyplane) {
   const double units = (metrics.size.width - 2 * metrics.margin) / metrics.unit;
   const double rows = static_cast<double>(keyplane.rows.size());
   return metrics.face_height < metrics.row_pitch && metrics.face_gap < metrics.unit &&
+         liesWithin(metrics.opening, metrics.size.width) &&
          // The last row keeps room below it for the edge of its keys.
          metrics.top + (rows - 1) * metrics.row_pitch + metrics.face_height + 1 <=
              metrics.size.height &&
          std::ranges::all_of(keyplane.rows, [&](const Row& row) { return fits(row, units); });
+}
+
+/// Whether some keyplane of `board` is of `visual_style`.
+constexpr bool shows(const Board& board, int visual_style) {
+  const VisualStyles& styles = board.visual_styles;
+  const auto has = [&](const VisualStyles::ByPlane& planes) {
+    return planes.letters == visual_style || planes.numbers == visual_style;
+  };
+  return has(styles.portrait) || has(styles.landscape) || styles.alert == visual_style;
 }
 
 constexpr bool isSound(const Board& board) {

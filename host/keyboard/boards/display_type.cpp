@@ -23,7 +23,8 @@ constexpr Entry kNames[] = {
     {DisplayType::international, "UIKBKeyDisplayTypeInternational"},
     {DisplayType::dictation, "UIKBKeyDisplayTypeDictation"},
     {DisplayType::dismiss, "UIKBKeyDisplayTypeDismiss"},
-    {DisplayType::top_row, "UIKBKeyDisplayTypeTopRow"},
+    {DisplayType::undo, "UIKBKeyDisplayTypeUndo"},
+    {DisplayType::redo, "UIKBKeyDisplayTypeRedo"},
 };
 constexpr std::string_view kUnknown = "UIKBKeyDisplayTypeUnknown";
 constexpr std::string_view kPrefix = "UIKBKeyDisplayType";

@@ -15,11 +15,12 @@ enum class DisplayType : int {
   international,
   dictation,
   dismiss,
-  top_row,
+  undo,
+  redo,
 };
 
 /// A finer kind within a display type.
-enum class DisplayTypeHint : int { none, digit, punctuation, locked };
+enum class DisplayTypeHint : int { none, digit, punctuation };
 
 /// The full name of display type `number`, whose first 18 characters every such name shares;
 /// "UIKBKeyDisplayTypeUnknown" for a number that is none. Never ends. Any thread.

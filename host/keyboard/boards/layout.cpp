@@ -84,6 +84,13 @@ void placeRow(const Row& row, std::size_t index, const Keyplane& keyplane, const
   }
 }
 
+std::vector<drawing::Rect> backgroundsOf(const Metrics& metrics) {
+  const auto [width, height] = metrics.size;
+  if (!metrics.opening) return {{0, 0, width, height}};
+  const auto [from, to] = *metrics.opening;
+  return {{0, 0, from, height}, {to, 0, width - to, height}};
+}
+
 std::string nameOf(const Keyplane& keyplane, Orientation orientation) {
   std::string name = orientation == Orientation::portrait ? "Portrait_" : "Landscape_";
   return name.append(keyplane.name);
@@ -94,7 +101,7 @@ std::string nameOf(const Keyplane& keyplane, Orientation orientation) {
 PlacedKeyplane place(const Board& board, Plane plane, Orientation orientation, Variant variant) {
   const Keyplane& keyplane = board.keyplane(plane);
   const Metrics& metrics = board.metrics(orientation);
-  PlacedKeyplane placed{nameOf(keyplane, orientation), metrics.size, {}};
+  PlacedKeyplane placed{nameOf(keyplane, orientation), metrics.size, backgroundsOf(metrics), {}};
   for (std::size_t i = 0; i < keyplane.rows.size(); ++i) {
     placeRow(keyplane.rows[i], i, keyplane, metrics, variant, placed.keys);
   }

@@ -16,13 +16,15 @@ struct Variant {
 struct PlacedKey {
   const Key* key;
   int row_hint;
-  drawing::Rect frame;  // where a touch is the key's; the frames of a row tile the board's width
+  drawing::Rect frame;  // where a touch is the key's; those of a row tile the board's width
   drawing::Rect face;   // what is drawn
 };
 
 struct PlacedKeyplane {
   std::string name;  // "Portrait_Small-Letters"
   drawing::Size size;
+  // What the system's background lies behind: the whole board, or each half of one in two halves.
+  std::vector<drawing::Rect> backgrounds;
   std::vector<PlacedKey> keys;  // row by row from the top, each from the left
 };
 

@@ -7,6 +7,9 @@ namespace host::boards {
 inline constexpr Board kPhone3_5Inch = {
     .name = "Phone-3.5-Inch",
     .is_tablet = false,
+    .visual_styles = {.portrait = {.letters = 1, .numbers = 1},
+                      .landscape = {.letters = 2, .numbers = 2},
+                      .alert = 3},
     .portrait = {.size = {320, 216},
                  .unit = 32,
                  .margin = 0,

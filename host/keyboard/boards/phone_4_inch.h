@@ -7,6 +7,9 @@ namespace host::boards {
 inline constexpr Board kPhone4Inch = {
     .name = "Phone-4-Inch",
     .is_tablet = false,
+    .visual_styles = {.portrait = {.letters = 4, .numbers = 4},
+                      .landscape = {.letters = 5, .numbers = 5},
+                      .alert = 3},
     .portrait = {.size = {320, 216},
                  .unit = 32,
                  .margin = 0,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "host/keyboard/boards/key_state.h"
 #include "host/keyboard/boards/system_palette.h"
 
 namespace host::boards {
@@ -11,76 +12,118 @@ namespace {
 using palette::kColors;
 using palette::kGradients;
 
-constexpr KeyLook kBase = {.gradient = {},
-                           .text_color = {},
-                           .secondary_text_color = "UIKBColorTextSecondary",
-                           .etch_color = "UIKBColorTextEtch",
-                           .edge_color = "UIKBColorKeyEdge",
-                           .font_name = "Inter-Regular",
-                           .font_size_pt = 15,
-                           .secondary_font_size_pt = 13,
-                           .etch_offset_pt = {0, 1}};
-
-constexpr KeyLook look(std::string_view gradient, std::string_view text_color) {
-  KeyLook look = kBase;
-  look.gradient = gradient;
-  look.text_color = text_color;
-  return look;
-}
-
-constexpr KeyLook alertLook(std::string_view gradient, std::string_view text_color) {
-  KeyLook alert = look(gradient, text_color);
-  alert.secondary_text_color = "UIKBColorAlertTextSecondary";
-  alert.etch_color = "UIKBColorAlertTextEtch";
-  alert.edge_color = "UIKBColorAlertKeyEdge";
-  return alert;
-}
-
-constexpr KeyLook letters(KeyLook look) {
-  look.font_name = "InterDisplay-Light";
-  look.font_size_pt = 23;
-  return look;
-}
-
-struct States {
-  KeyLook normal;
-  KeyLook pressed;
-  KeyLook disabled;
+/// The names that tell a state of a role from all others.
+struct StateNames {
+  std::string_view gradient;
+  std::string_view text_color;
 };
 
-// By look, then by role.
-constexpr States kLooks[2][4] = {
-    {
-        {letters(look("UIKBGradientKeyLetter", "UIKBColorTextLetter")),
-         letters(look("UIKBGradientKeyLetterPressed", "UIKBColorTextLetterPressed")),
-         letters(look("UIKBGradientKeyLetterDisabled", "UIKBColorTextLetterDisabled"))},
-        {look("UIKBGradientKeyFunction", "UIKBColorTextFunction"),
-         look("UIKBGradientKeyFunctionPressed", "UIKBColorTextFunctionPressed"),
-         look("UIKBGradientKeyFunctionDisabled", "UIKBColorTextFunctionDisabled")},
-        {look("UIKBGradientKeySpace", "UIKBColorTextSpace"),
-         look("UIKBGradientKeySpacePressed", "UIKBColorTextSpacePressed"),
-         look("UIKBGradientKeySpaceDisabled", "UIKBColorTextSpaceDisabled")},
-        {look("UIKBGradientKeyReturn", "UIKBColorTextReturn"),
-         look("UIKBGradientKeyReturnPressed", "UIKBColorTextReturnPressed"),
-         look("UIKBGradientKeyReturnDisabled", "UIKBColorTextReturnDisabled")},
-    },
-    {
-        {letters(alertLook("UIKBGradientAlertKeyLetter", "UIKBColorAlertTextLetter")),
-         letters(alertLook("UIKBGradientAlertKeyLetterPressed", "UIKBColorAlertTextLetterPressed")),
-         letters(
-             alertLook("UIKBGradientAlertKeyLetterDisabled", "UIKBColorAlertTextLetterDisabled"))},
-        {alertLook("UIKBGradientAlertKeyFunction", "UIKBColorAlertTextFunction"),
-         alertLook("UIKBGradientAlertKeyFunctionPressed", "UIKBColorAlertTextFunctionPressed"),
-         alertLook("UIKBGradientAlertKeyFunctionDisabled", "UIKBColorAlertTextFunctionDisabled")},
-        {alertLook("UIKBGradientAlertKeySpace", "UIKBColorAlertTextSpace"),
-         alertLook("UIKBGradientAlertKeySpacePressed", "UIKBColorAlertTextSpacePressed"),
-         alertLook("UIKBGradientAlertKeySpaceDisabled", "UIKBColorAlertTextSpaceDisabled")},
-        {alertLook("UIKBGradientAlertKeyReturn", "UIKBColorAlertTextReturn"),
-         alertLook("UIKBGradientAlertKeyReturnPressed", "UIKBColorAlertTextReturnPressed"),
-
-         alertLook("UIKBGradientAlertKeyReturnDisabled", "UIKBColorAlertTextReturnDisabled")},
-    },
+struct RoleNames {
+  StateNames normal;
+  StateNames pressed;
+  StateNames disabled;
 };
+
+struct LookNames {
+  RoleNames roles[4];  // by Role
+  StateNames shift_on;
+  StateNames shift_locked;
+  std::string_view secondary_text;
+  std::string_view secondary_text_pressed;
+  std::string_view secondary_text_disabled;
+  std::string_view etch;
+  std::string_view edge;
+};
+
+constexpr LookNames kStandard = {
+    .roles = {{{"UIKBGradientKeyLetter", "UIKBColorTextLetter"},
+               {"UIKBGradientKeyLetterPressed", "UIKBColorTextLetterPressed"},
+               {"UIKBGradientKeyLetterDisabled", "UIKBColorTextLetterDisabled"}},
+              {{"UIKBGradientKeyFunction", "UIKBColorTextFunction"},
+               {"UIKBGradientKeyFunctionPressed", "UIKBColorTextFunctionPressed"},
+               {"UIKBGradientKeyFunctionDisabled", "UIKBColorTextFunctionDisabled"}},
+              {{"UIKBGradientKeySpace", "UIKBColorTextSpace"},
+               {"UIKBGradientKeySpacePressed", "UIKBColorTextSpacePressed"},
+               {"UIKBGradientKeySpaceDisabled", "UIKBColorTextSpaceDisabled"}},
+              {{"UIKBGradientKeyReturn", "UIKBColorTextReturn"},
+               {"UIKBGradientKeyReturnPressed", "UIKBColorTextReturnPressed"},
+               {"UIKBGradientKeyReturnDisabled", "UIKBColorTextReturnDisabled"}}},
+    .shift_on = {"UIKBGradientKeyShiftOn", "UIKBColorTextShiftOn"},
+    .shift_locked = {"UIKBGradientKeyShiftLocked", "UIKBColorTextShiftLocked"},
+    .secondary_text = "UIKBColorTextSecondary",
+    .secondary_text_pressed = "UIKBColorTextSecondaryPressed",
+    .secondary_text_disabled = "UIKBColorTextSecondaryDisabled",
+    .etch = "UIKBColorTextEtch",
+    .edge = "UIKBColorKeyEdge",
+};
+
+constexpr LookNames kAlert = {
+    .roles = {{{"UIKBGradientAlertKeyLetter", "UIKBColorAlertTextLetter"},
+               {"UIKBGradientAlertKeyLetterPressed", "UIKBColorAlertTextLetterPressed"},
+               {"UIKBGradientAlertKeyLetterDisabled", "UIKBColorAlertTextLetterDisabled"}},
+              {{"UIKBGradientAlertKeyFunction", "UIKBColorAlertTextFunction"},
+               {"UIKBGradientAlertKeyFunctionPressed", "UIKBColorAlertTextFunctionPressed"},
+               {"UIKBGradientAlertKeyFunctionDisabled", "UIKBColorAlertTextFunctionDisabled"}},
+              {{"UIKBGradientAlertKeySpace", "UIKBColorAlertTextSpace"},
+               {"UIKBGradientAlertKeySpacePressed", "UIKBColorAlertTextSpacePressed"},
+               {"UIKBGradientAlertKeySpaceDisabled", "UIKBColorAlertTextSpaceDisabled"}},
+              {{"UIKBGradientAlertKeyReturn", "UIKBColorAlertTextReturn"},
+               {"UIKBGradientAlertKeyReturnPressed", "UIKBColorAlertTextReturnPressed"},
+               {"UIKBGradientAlertKeyReturnDisabled", "UIKBColorAlertTextReturnDisabled"}}},
+    .shift_on = {"UIKBGradientAlertKeyShiftOn", "UIKBColorAlertTextShiftOn"},
+    .shift_locked = {"UIKBGradientAlertKeyShiftLocked", "UIKBColorAlertTextShiftLocked"},
+    .secondary_text = "UIKBColorAlertTextSecondary",
+    .secondary_text_pressed = "UIKBColorAlertTextSecondaryPressed",
+    .secondary_text_disabled = "UIKBColorAlertTextSecondaryDisabled",
+    .etch = "UIKBColorAlertTextEtch",
+    .edge = "UIKBColorAlertKeyEdge",
+};
+
+struct Font {
+  std::string_view name;
+  double size_pt;
+  double secondary_size_pt;
+};
+
+// By family, then by lettering.
+constexpr Font kFonts[2][4] = {
+    {{"InterDisplay-Light", 23, 13},
+     {"InterDisplay-Light", 18, 18},
+     {"Inter-Regular", 15, 13},
+     {"Inter-Regular", 15, 13}},
+    {{"InterDisplay-Light", 27, 17},
+     {"InterDisplay-Light", 23, 23},
+     {"Inter-Regular", 17, 15},
+     {"Inter-Regular", 19, 15}},
+};
+
+const LookNames& namesOf(Look look) {
+  return look == Look::alert ? kAlert : kStandard;
+}
+
+const StateNames& stateNames(const LookNames& look, Role role, KeyState state) {
+  const RoleNames& names = look.roles[static_cast<int>(role)];
+  switch (state) {
+    case KeyState::pressed:
+    case KeyState::shift_on_pressed:
+    case KeyState::shift_locked_pressed:
+      return names.pressed;
+    case KeyState::disabled:
+      return names.disabled;
+    case KeyState::shift_on:
+      return look.shift_on;
+    case KeyState::shift_locked:
+      return look.shift_locked;
+    case KeyState::normal:
+      break;
+  }
+  return names.normal;
+}
+
+std::string_view secondaryTextColor(const LookNames& look, KeyState state) {
+  if (state == KeyState::pressed) return look.secondary_text_pressed;
+  return state == KeyState::disabled ? look.secondary_text_disabled : look.secondary_text;
+}
 
 template <typename Table>
 constexpr auto firstNotBefore(const Table& table, std::string_view name) {
@@ -104,21 +147,24 @@ constexpr bool isKnownColor(std::string_view name) {
   return has(kColors, name);
 }
 
-constexpr bool isKnownLook(const KeyLook& look) {
-  return has(kGradients, look.gradient) && isKnownColor(look.text_color) &&
-         isKnownColor(look.secondary_text_color) && isKnownColor(look.etch_color) &&
-         isKnownColor(look.edge_color);
+constexpr bool isKnown(const StateNames& names) {
+  return has(kGradients, names.gradient) && isKnownColor(names.text_color);
+}
+
+constexpr bool isKnown(const LookNames& look) {
+  return isKnown(look.shift_on) && isKnown(look.shift_locked) &&
+         isKnownColor(look.secondary_text) && isKnownColor(look.secondary_text_pressed) &&
+         isKnownColor(look.secondary_text_disabled) && isKnownColor(look.etch) &&
+         isKnownColor(look.edge) && std::ranges::all_of(look.roles, [](const RoleNames& role) {
+           return isKnown(role.normal) && isKnown(role.pressed) && isKnown(role.disabled);
+         });
 }
 
 static_assert(isSortedAndUnique(kColors));
 static_assert(isSortedAndUnique(kGradients));
 static_assert(std::ranges::all_of(kGradients, isKnownColor, &NamedGradient::start));
-static_assert(std::ranges::all_of(kLooks, [](const auto& roles) {
-  return std::ranges::all_of(roles, [](const States& states) {
-    return isKnownLook(states.normal) && isKnownLook(states.pressed) &&
-           isKnownLook(states.disabled);
-  });
-}));
+static_assert(std::ranges::all_of(kGradients, isKnownColor, &NamedGradient::end));
+static_assert(isKnown(kStandard) && isKnown(kAlert));
 
 }  // namespace
 
@@ -138,17 +184,20 @@ const NamedGradient* systemGradient(std::string_view name) {
   return has(kGradients, name) ? firstNotBefore(kGradients, name) : nullptr;
 }
 
-KeyLook systemKeyLook(Role role, Look look, int state) {
-  const States& states = kLooks[static_cast<int>(look)][static_cast<int>(role)];
-  switch (static_cast<KeyState>(state)) {
-    case KeyState::pressed:
-      return states.pressed;
-    case KeyState::disabled:
-      return states.disabled;
-    case KeyState::normal:
-      break;
-  }
-  return states.normal;
+KeyLook systemKeyLook(KeyKind kind, Look look, Family family, int state) {
+  const LookNames& names = namesOf(look);
+  const auto known = static_cast<KeyState>(state);
+  const auto& [gradient, text_color] = stateNames(names, kind.role, known);
+  const Font& font = kFonts[static_cast<int>(family)][static_cast<int>(kind.lettering)];
+  return {.gradient = gradient,
+          .text_color = text_color,
+          .secondary_text_color = secondaryTextColor(names, known),
+          .etch_color = names.etch,
+          .edge_color = names.edge,
+          .font_name = font.name,
+          .font_size_pt = font.size_pt,
+          .secondary_font_size_pt = font.secondary_size_pt,
+          .etch_offset_pt = {0, 1}};
 }
 
 std::string_view systemBackgroundGradient(Look look) {

@@ -9,14 +9,9 @@
 
 #include "host/drawing/plain.h"
 #include "host/keyboard/boards/board.h"
+#include "host/keyboard/boards/visual_style.h"
 
 namespace host::boards {
-
-/// The light keyboard, and the dark one over alerts.
-enum class Look { standard, alert };
-
-/// States of a key, as a key answers when asked.
-enum class KeyState : int { disabled = 1, normal = 2, pressed = 4 };
 
 struct NamedColor {
   std::string_view name;
@@ -53,8 +48,15 @@ std::optional<drawing::Rgba> systemColor(std::string_view name);
 /// The gradient of that name; null for a name that the system doesn't know.
 const NamedGradient* systemGradient(std::string_view name);
 
-/// How the system draws a key of `role` in `state`; a number that is no KeyState looks normal.
-KeyLook systemKeyLook(Role role, Look look, int state);
+/// What the system's look of a key depends on, but for its state.
+struct KeyKind {
+  Role role = Role::letter;
+  Lettering lettering = Lettering::character;
+};
+
+/// How the system draws a key of `kind` in `state`; a number that is no KeyState looks normal. A
+/// shift key that is on or locked looks like one whatever its role; pressed, like a pressed key.
+KeyLook systemKeyLook(KeyKind kind, Look look, Family family, int state);
 
 /// The name of the gradient behind the keys.
 std::string_view systemBackgroundGradient(Look look);
