@@ -22,6 +22,7 @@ struct Bitmap {
 
   Pixel at(int x, int y) const { return pixels[index(x, y)]; }
   const Pixel* row(int y) const { return pixels.data() + index(0, y); }
+  Pixel* row(int y) { return pixels.data() + index(0, y); }
   /// Whether there are pixels, as many as the sides say.
   bool isValid() const { return width > 0 && height > 0 && pixels.size() == index(0, height); }
 

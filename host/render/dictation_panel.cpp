@@ -5,6 +5,7 @@
 #include <numbers>
 #include <string_view>
 
+#include "host/keyboard/boards/system_look.h"
 #include "host/keyboard/dictation_view.h"
 #include "host/keyboard/keyboard.h"
 #include "host/render/named_look.h"
@@ -14,30 +15,8 @@ namespace host::render {
 
 namespace {
 
-/// The names by which the panel's colours are asked for.
-struct PanelLook {
-  std::string_view config;  // what the platform hands the view
-  std::string_view background;
-  std::string_view level;
-  std::string_view done;
-  std::string_view done_edge;
-  std::string_view done_text;
-  std::string_view done_etch;
-};
-
-// By look.
-constexpr PanelLook kLooks[] = {
-    {"standard", "UIKBGradientDictationBackground", "UIKBColorDictationLevel",
-     "UIKBGradientDictationDone", "UIKBColorKeyEdge", "UIKBColorTextDictationDone",
-     "UIKBColorTextEtch"},
-    {"alert", "UIKBGradientAlertDictationBackground", "UIKBColorAlertDictationLevel",
-     "UIKBGradientAlertDictationDone", "UIKBColorAlertKeyEdge", "UIKBColorAlertTextDictationDone",
-     "UIKBColorAlertTextEtch"},
-};
-
-const PanelLook& lookOf(const KeyplaneChoice& choice) {
-  return kLooks[static_cast<int>(choice.look)];
-}
+/// What the platform hands the view, by look.
+constexpr std::string_view kConfigurations[] = {"standard", "alert"};
 
 /// How loud it was, 0 to 1, `part` of the way from the left: a few words, rising and dying away.
 double loudness(double part) {
@@ -59,7 +38,7 @@ drawing::KeyPicture bar(drawing::Point center, double width, double half_height,
 }
 
 /// Bars over the middle of `area`, about sixty where there is room for them.
-void addLevel(const PanelLook& look, const drawing::Rect& area,
+void addLevel(const boards::PanelLook& look, const drawing::Rect& area,
               std::vector<drawing::KeyPicture>& keys) {
   const auto color = colorNamed(look.level);
   if (!color) return;
@@ -74,7 +53,7 @@ void addLevel(const PanelLook& look, const drawing::Rect& area,
   }
 }
 
-drawing::KeyPicture doneKey(const PanelLook& look, const drawing::Rect& frame,
+drawing::KeyPicture doneKey(const boards::PanelLook& look, const drawing::Rect& frame,
                             double corner_radius_pt) {
   drawing::KeyPicture key;
   key.frame = frame;
@@ -111,13 +90,13 @@ void showDictation(const LiveKeyplane& keyplane, const KeyplaneChoice& choice) {
   show(keyplane, choice);
   const drawing::Size size = keyplane.placed.size;
   panelView().setFrame({0, 0, size.width, size.height});
-  keyboard::setRenderConfig(keyboard::keyboard().dictationView.get(), lookOf(choice).config);
+  keyboard::setRenderConfig(keyboard::keyboard().dictationView.get(), kConfigurations[static_cast<int>(choice.look)]);
 }
 
 drawing::KeyboardPicture pictureOfDictation(const LiveKeyplane& keyplane,
                                             const KeyplaneChoice& choice, double scale) {
   const platform::NSAutoreleasePool pool;
-  const PanelLook& look = lookOf(choice);
+  const boards::PanelLook look = boards::systemPanelLook(choice.look);
   drawing::KeyboardPicture picture;
   picture.size = keyplane.placed.size;
   picture.scale = scale;

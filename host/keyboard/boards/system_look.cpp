@@ -79,6 +79,22 @@ constexpr LookNames kAlert = {
     .edge = "UIKBColorAlertKeyEdge",
 };
 
+// By look.
+constexpr PanelLook kPanels[] = {
+    {.background = "UIKBGradientDictationBackground",
+     .done = "UIKBGradientDictationDone",
+     .level = "UIKBColorDictationLevel",
+     .done_edge = kStandard.edge,
+     .done_text = "UIKBColorTextDictationDone",
+     .done_etch = kStandard.etch},
+    {.background = "UIKBGradientAlertDictationBackground",
+     .done = "UIKBGradientAlertDictationDone",
+     .level = "UIKBColorAlertDictationLevel",
+     .done_edge = kAlert.edge,
+     .done_text = "UIKBColorAlertTextDictationDone",
+     .done_etch = kAlert.etch},
+};
+
 struct Font {
   std::string_view name;
   double size_pt;
@@ -160,6 +176,13 @@ constexpr bool isKnown(const LookNames& look) {
          });
 }
 
+constexpr bool isKnownPanel(const PanelLook& panel) {
+  return has(kGradients, panel.background) && has(kGradients, panel.done) &&
+         isKnownColor(panel.level) && isKnownColor(panel.done_edge) &&
+         isKnownColor(panel.done_text) && isKnownColor(panel.done_etch);
+}
+
+static_assert(std::ranges::all_of(kPanels, isKnownPanel));
 static_assert(isSortedAndUnique(kColors));
 static_assert(isSortedAndUnique(kGradients));
 static_assert(std::ranges::all_of(kGradients, isKnownColor, &NamedGradient::start));
@@ -198,6 +221,10 @@ KeyLook systemKeyLook(KeyKind kind, Look look, Family family, int state) {
           .font_size_pt = font.size_pt,
           .secondary_font_size_pt = font.secondary_size_pt,
           .etch_offset_pt = {0, 1}};
+}
+
+PanelLook systemPanelLook(Look look) {
+  return kPanels[static_cast<int>(look)];
 }
 
 std::string_view systemBackgroundGradient(Look look) {

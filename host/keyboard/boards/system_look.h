@@ -61,4 +61,16 @@ KeyLook systemKeyLook(KeyKind kind, Look look, Family family, int state);
 /// The name of the gradient behind the keys.
 std::string_view systemBackgroundGradient(Look look);
 
+/// How the system draws the dictation panel.
+struct PanelLook {
+  std::string_view background;  // gradients
+  std::string_view done;
+  std::string_view level;  // colours, from here on
+  std::string_view done_edge;
+  std::string_view done_text;
+  std::string_view done_etch;
+};
+
+PanelLook systemPanelLook(Look look);
+
 }  // namespace host::boards
