@@ -1,24 +1,25 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace tools {
 
-/// Adds an option whose value is one of a few words, each of which stands for a value of `target`.
-/// Without it, `target` keeps what it has. `target` must live until the command line is parsed.
-template <class Value>
-CLI::Option* addChoice(CLI::App& command, const std::string& name, Value& target,
-                       const std::string& description,
-                       const std::vector<std::pair<std::string, Value>>& choices) {
+/// Adds an option whose value is one of a few words, each of which stands for a value of `target`:
+/// `choices` is an array of things with a `word` and a `value`, and lives as long as the program.
+/// Without the option, `target` keeps what it has. `target` must live until the command line is
+/// parsed.
+template <class Target, class Choice, std::size_t size>
+CLI::Option* addChoice(CLI::App& command, const std::string& name, Target& target,
+                       const std::string& description, const Choice (&choices)[size]) {
   std::vector<std::string> words;
-  words.reserve(choices.size());
-  for (const auto& choice : choices) words.push_back(choice.first);
-  const auto take = [&target, choices](const std::string& word) {
-    for (const auto& [choice, value] : choices) {
-      if (choice == word) target = value;
+  words.reserve(size);
+  for (const Choice& choice : choices) words.emplace_back(choice.word);
+  const auto take = [&target, all = std::span(choices)](const std::string& word) {
+    for (const Choice& choice : all) {
+      if (choice.word == word) target = choice.value;
     }
   };
   return command.add_option_function<std::string>(name, take, description)

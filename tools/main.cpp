@@ -5,6 +5,8 @@
 #include <string>
 
 #include "exit_status.h"
+#include "keys.h"
+#include "names.h"
 #include "render.h"
 #include "replay.h"
 
@@ -19,6 +21,8 @@ int run(int argc, char** argv) {
   });
   app.set_version_flag("--version", "prismal " PRISMAL_VERSION);
   tools::addRenderCommand(app, status);
+  tools::addKeysCommand(app, status);
+  tools::addNamesCommand(app, status);
   tools::addReplayCommand(app, status);
   try {
     app.parse(argc, argv);

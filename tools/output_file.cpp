@@ -13,19 +13,18 @@ using host::files::Done;
 using host::files::Failure;
 using host::files::Result;
 
-namespace {
-
-Result<Done> writeStandardOutput(std::string_view bytes) {
-  if (isatty(STDOUT_FILENO)) return Failure(EINVAL, "a picture is not for a terminal");
-  const bool whole = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
+Result<Done> printResult(std::string_view text) {
+  const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
   if (!whole || std::fflush(stdout) != 0) return Failure(errno);
   return Done();
 }
 
-}  // namespace
+bool isTerminal(const fs::path& path) {
+  return path == "-" && isatty(STDOUT_FILENO) != 0;
+}
 
 Result<Done> writeOutput(const fs::path& path, std::string_view bytes) {
-  if (path == "-") return writeStandardOutput(bytes);
+  if (path == "-") return printResult(bytes);
   std::error_code error;
   // What is no file, such as a pipe, can't be replaced and needs no care.
   const bool replaces = !fs::exists(path, error) || fs::is_regular_file(path, error);

@@ -4,55 +4,38 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
-#include "choice_option.h"
 #include "exit_status.h"
-#include "host/drawing/draw.h"
-#include "host/files/device_root.h"
-#include "host/files/temporary_directory.h"
 #include "host/images/encode.h"
-#include "host/keyboard/keyboard.h"
-#include "host/render/keyplane.h"
-#include "host/render/picture.h"
-#include "host/system/device.h"
-#include "host/system/library_loader.h"
-#include "host/system/log.h"
-#include "host/system/notification_center.h"
-#include "host/system/process.h"
+#include "keyboard/keyboard_process.h"
+#include "keyboard/view.h"
 #include "library_path.h"
 #include "output_file.h"
-#include "platform/foundation.h"
-#include "theme/theme_source.h"
+#include "render/comparison.h"
+#include "render/every_view.h"
+#include "render/one_view.h"
 
 namespace tools {
 
 namespace fs = std::filesystem;
-namespace boards = host::boards;
-using host::files::DeviceRoot;
+using host::images::Bitmap;
+using keyboard::Dress;
 
 namespace {
 
 struct RenderOptions {
-  std::string theme;
+  Dress dress;
+  keyboard::ViewOptions view;
+  std::optional<int> scale;
   fs::path output = "keyboard.png";
-  bool system = false;
-  boards::Plane plane = boards::Plane::small_letters;
-  boards::Orientation orientation = boards::Orientation::portrait;
-  boards::Look look = boards::Look::standard;
-  int scale = 2;
-  std::vector<std::string> pressed;
-  std::optional<fs::path> deviceRoot;
-  fs::path library;
-  bool quiet = false;
+  std::string keys;
+  bool sheet = false;
+  std::string all;
+  bool besideSystem = false;
+  std::string diff;
 };
-
-constexpr std::string_view kBoard = "Phone-3.5-Inch";
-constexpr const char* kBundleIdentifier = "net.quillon.prismal.host";
 
 /// Says in one line why there is no picture.
 int refuse(const std::string& reason) {
@@ -60,163 +43,157 @@ int refuse(const std::string& reason) {
   return kTrouble;
 }
 
-/// The device root that the keyboard runs on: for a THEME a private one, which goes with this
-/// object, else the one whose theme is drawn.
-class RenderDevice {
- public:
-  explicit RenderDevice(const RenderOptions& options) {
-    if (options.deviceRoot) {
-      path_ = *options.deviceRoot;
-    } else if (options.theme.empty() && !options.system) {
-      path_ = host::files::defaultDeviceRoot();
-    } else {
-      path_ = private_.emplace().path();
-    }
-  }
-
-  /// The failure's text names the directory.
-  host::files::Result<DeviceRoot> open() const {
-    using host::files::Failure;
-    auto root = DeviceRoot::open(path_, DeviceRoot::Creation::kNever);
-    if (!root) {
-      return Failure(root.failure().error, "no device at " + path_.string() + ": " + root.reason());
-    }
-    if (root->isMachineRoot()) {
-      return Failure(EINVAL, path_.string() + ": this machine's own root can't be a device");
-    }
-    return root;
-  }
-
- private:
-  std::optional<host::files::TemporaryDirectory> private_;
-  fs::path path_;
-};
-
-void startHost(DeviceRoot root, const RenderOptions& options) {
-  if (!options.quiet) {
-    // The library tells of a broken rule for every key; once is enough for a person.
-    host::system::setLogEcho(
-        [told = std::set<std::string, std::less<>>()](std::string_view line) mutable {
-          if (!told.emplace(line).second) return;
-          std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
-        });
-  }
-  host::system::startProcess(std::move(root), kBundleIdentifier);
-  host::system::setDevice({.screenScale = static_cast<double>(options.scale),
-                           .interfaceIdiom = 0,
-                           .systemVersion = "7.0.4"});
-  host::keyboard::defineKeyboardClasses({}, {});
+int write(const fs::path& path, std::string_view bytes) {
+  const auto written = writeOutput(path, bytes);
+  return written ? kDone : refuse(path.string() + ": " + written.reason());
 }
 
-/// The picture of the keyboard in this process as a file's bytes, or why there is none.
-host::files::Result<std::string> drawKeyboard(const RenderOptions& options) {
-  using host::files::Failure;
-  const host::render::KeyplaneChoice choice{.board = boards::findBoard(kBoard),
-                                            .plane = options.plane,
-                                            .orientation = options.orientation,
-                                            .look = options.look,
-                                            .variant = {}};
-  auto keyplane = host::render::makeKeyplane(choice);
-  for (const std::string& key : options.pressed) {
-    if (!host::render::press(keyplane, key)) {
-      return Failure(EINVAL, "--press " + key + ": no such key; this keyplane has" +
-                                 host::render::keyNames(keyplane));
-    }
-  }
-  host::render::show(keyplane, choice);
-  host::drawing::Fonts fonts;
-  const auto bitmap = host::drawing::draw(host::render::pictureOf(keyplane, options.scale), fonts);
-  if (!bitmap) return Failure(ENOMEM, "the picture can't be drawn");
-  return host::images::encodePng(*bitmap);
+int writePicture(const fs::path& path, const Bitmap& picture) {
+  return write(path, host::images::encodePng(picture));
 }
 
-int render(const RenderOptions& options) {
-  if (options.deviceRoot && options.deviceRoot->empty()) {
-    return refuse("--device-root names no directory");
-  }
-  if (!options.theme.empty() && options.deviceRoot) {
-    return refuse("a THEME or --device-root, not both: one is drawn in place of the other");
-  }
-  const RenderDevice device(options);
-  auto root = device.open();
-  if (!root) return refuse(root.reason());
-  if (!options.theme.empty()) {
-    const auto theme = theme::ThemeSource::read(options.theme);
-    if (!theme) return refuse(theme.reason());
-    const auto missing = theme->putOn(*root);
-    if (!missing) return refuse(missing.reason());
-    for (const std::string& picture : *missing) {
-      if (!options.quiet) std::fprintf(stderr, "%s\n", picture.c_str());
-    }
-  }
-  startHost(*std::move(root), options);
-  const platform::NSAutoreleasePool pool;
-  if (!options.system) {
-    if (const auto failure = host::system::loadLibrary(options.library)) return refuse(*failure);
-  }
-  host::system::postNotification(platform::UIApplicationDidFinishLaunchingNotification);
-  host::system::process().runLoop().drain();
+double scaleOf(const RenderOptions& options) {
+  // A sheet at the scale of a device would be ten thousand pixels wide.
+  return options.scale.value_or(options.sheet ? 1 : 2);
+}
 
-  const auto picture = drawKeyboard(options);
+int drawPicture(const RenderOptions& options) {
+  std::string report;
+  const auto picture = render::drawView(options.dress, keyboard::viewOf(options.view),
+                                        scaleOf(options), options.keys.empty() ? nullptr : &report);
   if (!picture) return refuse(picture.reason());
-  if (const auto written = writeOutput(options.output, *picture); !written) {
-    return refuse(options.output.string() + ": " + written.reason());
+  if (const int status = writePicture(options.output, *picture); status != kDone) return status;
+  return options.keys.empty() ? kDone : write(options.keys, report);
+}
+
+int drawBesideSystem(const RenderOptions& options) {
+  const auto picture =
+      render::drawBesideSystem(options.dress, keyboard::viewOf(options.view), scaleOf(options));
+  return picture ? writePicture(options.output, *picture) : refuse(picture.reason());
+}
+
+int drawDifference(const RenderOptions& options) {
+  const auto compared = render::drawDifference(options.dress, options.diff,
+                                               keyboard::viewOf(options.view), scaleOf(options));
+  if (!compared) return refuse(compared.reason());
+  const int status = writePicture(options.output, compared->picture);
+  if (status != kDone || compared->pixels == 0) return status;
+  if (!options.dress.quiet) std::fprintf(stderr, "%zu pixels differ\n", compared->pixels);
+  return kFindings;
+}
+
+int drawEveryView(const RenderOptions& options) {
+  const auto process = keyboard::KeyboardProcess::start(options.dress, scaleOf(options));
+  if (!process) return refuse(process.reason());
+  const auto views = keyboard::everyView(options.view);
+  const bool quiet = options.dress.quiet;
+  if (!options.all.empty()) {
+    const auto failure = render::drawFiles(views, scaleOf(options), options.all, quiet);
+    return failure ? refuse(failure->reason) : kDone;
   }
-  return kDone;
+  const auto sheet = render::drawSheet(views, scaleOf(options), quiet);
+  return sheet ? writePicture(options.output, *sheet) : refuse(sheet.reason());
+}
+
+std::optional<std::string> contradiction(const RenderOptions& options) {
+  if (options.all.empty() && isTerminal(options.output)) {
+    return "-o -: a picture is not for a terminal; send it to a file or a program";
+  }
+  const bool several = options.sheet || !options.all.empty();
+  const bool compares = options.besideSystem || !options.diff.empty();
+  if (options.sheet + !options.all.empty() + options.besideSystem + !options.diff.empty() > 1) {
+    return "one of --sheet, --all, --beside-system and --diff, not several";
+  }
+  if (several && keyboard::namesStates(options.view)) {
+    return "--press, --disable, --shift and --dictation are for one keyboard, not for all of them";
+  }
+  if (!options.keys.empty() && (several || compares)) {
+    return "--keys tells of one picture; not with --sheet, --all, --beside-system or --diff";
+  }
+  if (options.keys == "-" && options.output == "-") {
+    return "the picture or --keys on standard output, not both";
+  }
+  if (options.besideSystem && options.dress.system) {
+    return "--beside-system has the system's look already; leave --system out";
+  }
+  return std::nullopt;
+}
+
+int run(const RenderOptions& options) {
+  if (const auto reason = contradiction(options)) return refuse(*reason);
+  if (options.besideSystem) return drawBesideSystem(options);
+  if (!options.diff.empty()) return drawDifference(options);
+  if (options.sheet || !options.all.empty()) return drawEveryView(options);
+  return drawPicture(options);
+}
+
+void addDressOptions(CLI::App& command, Dress& dress) {
+  command.add_option("THEME", dress.theme,
+                     "A theme folder, or a property-list file of the merged form; without it, what "
+                     "is installed on the device");
+  command.add_flag("--system", dress.system, "The plain system keyboard, the library not loaded");
+  command.add_option("--device-root", dress.device_root,
+                     "The device to draw, in place of $XDG_DATA_HOME/prismal/device "
+                     "(~/.local/share/prismal/device)");
+  command
+      .add_option("--settings", dress.settings,
+                  "A settings file for the THEME; relative paths of pictures in it are relative to "
+                  "its folder")
+      ->type_name("FILE");
+  command.add_option("--library", dress.library,
+                     "The library to load, in place of the one that came with this program");
+  command.add_flag("--quiet", dress.quiet,
+                   "Don't show the lines that the library logs, nor which pictures are missing");
+}
+
+void addOutputOptions(CLI::App& command, RenderOptions& options) {
+  command
+      .add_option("-o,--output", options.output,
+                  "The picture to write, a PNG file; - is standard output")
+      ->type_name("FILE")
+      ->capture_default_str();
+  command.add_option("--scale", options.scale, "Pixels a point [2; a sheet 1]")
+      ->check(CLI::IsMember({1, 2}).description(""))
+      ->type_name("1|2");
+  command
+      .add_option("--keys", options.keys,
+                  "Write what was drawn, key by key, as JSON; - is standard output")
+      ->type_name("FILE");
+  command.add_flag("--sheet", options.sheet,
+                   "One picture of all boards, keyplanes and styles; --device, --orientation, "
+                   "--style and --keyplane narrow it");
+  command.add_option("--all", options.all, "The same, each as a file of its own in this directory")
+      ->type_name("DIR");
+  command.add_flag("--beside-system", options.besideSystem,
+                   "With and without the theme, side by side");
+  command
+      .add_option("--diff", options.diff,
+                  "Beside another theme, and a third picture that marks what differs; exit status "
+                  "1 when anything does")
+      ->type_name("OTHER");
 }
 
 }  // namespace
 
 void addRenderCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<RenderOptions>();
-  options->library = libraryPath();
+  options->dress.library = libraryPath();
   CLI::App* const command = app.add_subcommand("render", "Draw the keyboard with a theme");
-  command->add_option(
-      "THEME", options->theme,
-      "A theme folder, or a property-list file of the merged form; without it, what is "
-      "installed on the device");
-  command
-      ->add_option("-o,--output", options->output,
-                   "The picture to write, a PNG file; - is "
-                   "standard output")
-      ->capture_default_str();
-  command->add_flag("--system", options->system,
-                    "The plain system keyboard, the library not loaded");
-  addChoice<boards::Plane>(*command, "--keyplane", options->plane, "Which keyplane is shown",
-                           {{"small-letters", boards::Plane::small_letters},
-                            {"capital-letters", boards::Plane::capital_letters},
-                            {"numbers", boards::Plane::numbers},
-                            {"numbers-alternate", boards::Plane::numbers_alternate}});
-  addChoice<boards::Orientation>(
-      *command, "--orientation", options->orientation, "How the phone is held",
-      {{"portrait", boards::Orientation::portrait}, {"landscape", boards::Orientation::landscape}});
-  addChoice<boards::Look>(*command, "--style", options->look,
-                          "The light keyboard, or the dark one over alerts",
-                          {{"standard", boards::Look::standard}, {"alert", boards::Look::alert}});
-  command->add_option("--scale", options->scale, "Pixels a point")
-      ->check(CLI::IsMember({1, 2}))
-      ->capture_default_str();
-  command
-      ->add_option("--press", options->pressed,
-                   "A key to press, by its name or its label; may be given several times")
-      ->type_name("KEY")
-      ->allow_extra_args(false);
-  command->add_option("--device-root", options->deviceRoot,
-                      "The device to draw, in place of $XDG_DATA_HOME/prismal/device "
-                      "(~/.local/share/prismal/device)");
-  command->add_flag("--quiet", options->quiet, "Don't show the lines that the library logs");
-  command->add_option("--library", options->library,
-                      "The library to load, in place of the one "
-                      "that came with this program");
+  addDressOptions(*command, options->dress);
+  keyboard::addKeyplaneOptions(*command, options->view);
+  keyboard::addStateOptions(*command, options->view);
+  addOutputOptions(*command, *options);
   command->footer(
       "What the library logs goes to standard error, each line once. On the device that is drawn\n"
       "the library does what it does on every device: it empties the keyboard's cache.\n"
-      "Exit status: 0 done, 2 wrong usage, or something that can't be read, loaded or written.\n\n"
+      "Exit status: 0 done, 1 --diff found differences, 2 wrong usage, or something that can't be\n"
+      "read, loaded or written.\n\n"
       "Examples:\n"
       "  prismal render examples/Dusk.theme -o dusk.png\n"
       "  prismal render examples/Dusk.theme --orientation landscape --keyplane numbers\n"
-      "  prismal render --system --press a -o plain.png");
-  command->callback([options, &status] { status = render(*options); });
+      "  prismal render examples/Dusk.theme --sheet -o sheet.png\n"
+      "  prismal render --system --device tablet --press a -o plain.png");
+  command->callback([options, &status] { status = run(*options); });
 }
 
 }  // namespace tools

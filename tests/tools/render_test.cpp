@@ -1,18 +1,12 @@
 // The render command from outside: a theme goes in, pixels and an exit status come out.
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 #include <string_view>
-#include <sys/wait.h>
 
-#include "host/files/temporary_directory.h"
-#include "host/images/decode.h"
+#include "command.h"
 #include "host/images/encode.h"
 #include "host/keyboard/boards/layout.h"
 
@@ -27,36 +21,9 @@ constexpr Pixel kGreen = 0xff00ff00;
 constexpr Pixel kBlue = 0xff0000ff;
 constexpr Pixel kGray = 0xff808080;
 
-struct Outcome {
-  int status = -1;
-  std::string messages;
-};
-
-class Render : public testing::Test {
+class Render : public Command {
  protected:
-  void write(const fs::path& path, const std::string& bytes) const {
-    fs::create_directories((folder() / path).parent_path());
-    std::ofstream(folder() / path, std::ios::binary) << bytes;
-  }
-
-  Outcome run(const std::string& arguments) const {
-    const std::string command = "cd '" + folder().string() + "' && XDG_DATA_HOME='" +
-                                folder().string() + "' '" PRISMAL "' render " + arguments + " 2>&1";
-    FILE* const pipe = popen(command.c_str(), "r");
-    Outcome outcome;
-    std::array<char, 512> buffer{};
-    while (fgets(buffer.data(), buffer.size(), pipe)) outcome.messages += buffer.data();
-    outcome.status = WEXITSTATUS(pclose(pipe));
-    return outcome;
-  }
-
-  host::images::Bitmap picture(const std::string& name = "x.png") const {
-    std::ifstream file(folder() / name, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    auto decoded = host::images::decode(bytes);
-    EXPECT_TRUE(decoded) << decoded.reason;
-    return decoded ? *decoded.bitmap : host::images::Bitmap();
-  }
+  Outcome run(const std::string& arguments) const { return prismal("render " + arguments); }
 
   /// The pixel just inside the left edge of a key's face, halfway down, where no label is.
   static Pixel face(const host::images::Bitmap& bitmap, std::string_view key, int scale = 2) {
@@ -72,11 +39,6 @@ class Render : public testing::Test {
     ADD_FAILURE() << "no key " << key;
     return 0;
   }
-
-  const fs::path& folder() const { return directory_.path(); }
-
- private:
-  host::files::TemporaryDirectory directory_;
 };
 
 constexpr const char* kTheme = R"(<dict>
@@ -107,10 +69,10 @@ TEST_F(Render, DrawsWhatTheThemeSays) {
   for (const int scale : {1, 2}) {
     const std::string arguments = "T.theme --press b -o x.png --scale " + std::to_string(scale);
     const Outcome outcome = run(arguments);
-    ASSERT_EQ(outcome.status, 0) << outcome.messages;
-    EXPECT_NE(outcome.messages.find("PM: CustomColor String ERROR: (Broken, \"#00FF00\")"),
+    ASSERT_EQ(outcome.status, 0) << outcome.output;
+    EXPECT_NE(outcome.output.find("PM: CustomColor String ERROR: (Broken, \"#00FF00\")"),
               std::string::npos);
-    const auto bitmap = picture();
+    const auto bitmap = picture("x.png");
     EXPECT_EQ(bitmap.width, 320 * scale);
     EXPECT_EQ(face(bitmap, "Latin-Small-Letter-Q", scale), kRed);
     EXPECT_EQ(face(bitmap, "Latin-Small-Letter-A", scale), kGreen);
@@ -156,9 +118,8 @@ TEST_F(Render, RefusesInOneLineThatNamesTheFile) {
   for (const Case& c : cases) {
     const Outcome outcome = run("--quiet " + c.arguments);
     EXPECT_EQ(outcome.status, 2) << c.arguments;
-    EXPECT_NE(outcome.messages.find(c.says), std::string::npos) << outcome.messages;
-    EXPECT_EQ(std::count(outcome.messages.begin(), outcome.messages.end(), '\n'), 1)
-        << outcome.messages;
+    EXPECT_NE(outcome.output.find(c.says), std::string::npos) << outcome.output;
+    EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), '\n'), 1) << outcome.output;
   }
   EXPECT_EQ(run("fine.plist --scale 3").status, 2);
   EXPECT_FALSE(fs::exists(folder() / "keyboard.png"));
@@ -173,7 +134,7 @@ TEST_F(Render, LeavesOutPicturesThatLieOutsideTheTheme) {
     fs::remove(folder() / "T.theme/link.png");
     fs::create_symlink(folder() / "outside.png", folder() / "T.theme/link.png");
     ASSERT_EQ(run("T.theme -o x.png").status, 0);
-    EXPECT_NE(picture().at(0, 0), kGreen) << path;
+    EXPECT_NE(picture("x.png").at(0, 0), kGreen) << path;
   }
 }
 

@@ -1,45 +1,22 @@
 // The replay command from outside: exit status, standard output to the letter, complaints.
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
-#include <sys/wait.h>
 
-#include "host/files/temporary_directory.h"
+#include "command.h"
 
 namespace {
 
-struct Outcome {
-  int status = -1;
-  std::string output;
-};
-
-class Replay : public testing::Test {
+class Replay : public Command {
  protected:
-  void write(const std::string& name, const std::string& text) const {
-    std::ofstream(directory_.path() / name) << text;
-  }
-  /// `redirection` says which streams are looked at.
   Outcome run(const std::string& arguments, const std::string& redirection) const {
-    const std::string command = "cd '" + directory_.path().string() + "' && '" PRISMAL "' replay " +
-                                arguments + " " + redirection;
-    FILE* const pipe = popen(command.c_str(), "r");
-    Outcome outcome;
-    std::array<char, 4096> buffer{};
-    while (fgets(buffer.data(), buffer.size(), pipe)) outcome.output += buffer.data();
-    outcome.status = WEXITSTATUS(pclose(pipe));
-    return outcome;
+    return prismal("replay " + arguments, redirection);
   }
   Outcome output(const std::string& arguments) const { return run(arguments, "2>/dev/null"); }
   Outcome complaints(const std::string& arguments) const {
     return run(arguments, "2>&1 >/dev/null");
   }
-
- private:
-  host::files::TemporaryDirectory directory_;
 };
 
 TEST_F(Replay, TellsEveryMemberOfAStep) {

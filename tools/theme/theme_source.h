@@ -1,15 +1,15 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "host/files/device_root.h"
-#include "host/files/result.h"
-#include "platform/property_list.h"
+#include "theme/dictionary_file.h"
 
 namespace tools::theme {
+
+/// What to call the theme at `path`: its last part without an extension.
+std::string themeName(const std::string& path);
 
 /// A theme as its author keeps it: a folder NAME.theme with theme.plist and its pictures, or a
 /// property-list file that stands alone.
@@ -20,7 +20,7 @@ class ThemeSource {
   static host::files::Result<ThemeSource> read(const std::string& path);
 
   /// The dictionary of the theme, as written.
-  const platform::PropertyList& list() const { return list_; }
+  const platform::PropertyList& list() const { return file_.list; }
   const std::string& name() const { return name_; }
 
   /// Puts the theme on a device: its pictures below /var/mobile/Library/Prismal/Themes/NAME/, and
@@ -30,18 +30,11 @@ class ThemeSource {
   host::files::Result<std::vector<std::string>> putOn(const host::files::DeviceRoot& device) const;
 
  private:
-  ThemeSource(platform::PropertyList list, std::string name, host::files::DeviceRoot folder)
-      : list_(std::move(list)), name_(std::move(name)), folder_(std::move(folder)) {}
+  ThemeSource(DictionaryFile file, std::string name)
+      : file_(std::move(file)), name_(std::move(name)) {}
 
-  /// Copies a picture and its double-resolution sibling. None when there was one of them, else why
-  /// not.
-  std::optional<std::string> copyPicture(const host::files::DeviceRoot& device,
-                                         const std::string& path,
-                                         const std::string& devicePath) const;
-
-  platform::PropertyList list_;
+  DictionaryFile file_;
   std::string name_;
-  host::files::DeviceRoot folder_;  ///< paths of pictures are resolved in it and can't leave it
 };
 
 }  // namespace tools::theme

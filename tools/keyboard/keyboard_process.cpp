@@ -1,0 +1,124 @@
+#include "keyboard/keyboard_process.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <set>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/keyboard/cache.h"
+#include "host/keyboard/keyboard.h"
+#include "host/system/device.h"
+#include "host/system/library_loader.h"
+#include "host/system/log.h"
+#include "host/system/notification_center.h"
+#include "host/system/process.h"
+#include "theme/settings_source.h"
+#include "theme/theme_source.h"
+
+namespace tools::keyboard {
+
+namespace fs = std::filesystem;
+using host::files::DeviceRoot;
+using host::files::Done;
+using host::files::Failure;
+using host::files::Result;
+
+namespace {
+
+constexpr const char* kBundleIdentifier = "net.quillon.prismal.host";
+
+Result<DeviceRoot> openDevice(const fs::path& path) {
+  auto root = DeviceRoot::open(path, DeviceRoot::Creation::kNever);
+  if (!root) {
+    return Failure(root.failure().error, "no device at " + path.string() + ": " + root.reason());
+  }
+  if (root->isMachineRoot()) {
+    return Failure(EINVAL, path.string() + ": this machine's own root can't be a device");
+  }
+  return root;
+}
+
+std::optional<Failure> contradiction(const Dress& dress) {
+  if (dress.device_root && dress.device_root->empty()) {
+    return Failure(EINVAL, "--device-root names no directory");
+  }
+  if (!dress.theme.empty() && dress.device_root) {
+    return Failure(EINVAL,
+                   "a THEME or --device-root, not both: one is drawn in place of the other");
+  }
+  if (!dress.settings.empty() && dress.theme.empty()) {
+    return Failure(EINVAL, "--settings goes with a THEME: a device has settings of its own");
+  }
+  return std::nullopt;
+}
+
+void tell(const std::vector<std::string>& missingPictures, const Dress& dress) {
+  if (dress.quiet) return;
+  for (const std::string& picture : missingPictures) {
+    std::fprintf(stderr, "%s\n", picture.c_str());
+  }
+}
+
+Result<Done> putOn(const DeviceRoot& device, const Dress& dress) {
+  if (dress.theme.empty()) return Done();
+  const auto theme = theme::ThemeSource::read(dress.theme);
+  if (!theme) return theme.failure();
+  const auto missing = theme->putOn(device);
+  if (!missing) return missing.failure();
+  tell(*missing, dress);
+  if (dress.settings.empty()) return Done();
+  const auto settings = theme::putSettingsOn(device, dress.settings);
+  if (!settings) return settings.failure();
+  tell(*settings, dress);
+  return Done();
+}
+
+void startHost(DeviceRoot root, const Dress& dress, double scale) {
+  if (!dress.quiet) {
+    // The library tells of a broken rule for every key; once is enough for a person.
+    host::system::setLogEcho(
+        [told = std::set<std::string, std::less<>>()](std::string_view line) mutable {
+          if (!told.emplace(line).second) return;
+          std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+        });
+  }
+  host::system::startProcess(std::move(root), kBundleIdentifier);
+  host::system::setDevice({.screenScale = scale, .interfaceIdiom = 0, .systemVersion = "7.0.4"});
+  host::keyboard::defineKeyboardClasses({}, {});
+}
+
+std::optional<Failure> loadLibrary(const fs::path& library) {
+  const platform::NSAutoreleasePool pool;
+  if (auto reason = host::system::loadLibrary(library)) return Failure(ENOEXEC, *reason);
+  host::system::postNotification(platform::UIApplicationDidFinishLaunchingNotification);
+  host::system::process().runLoop().drain();
+  return std::nullopt;
+}
+
+}  // namespace
+
+Result<KeyboardProcess> KeyboardProcess::start(const Dress& dress, double scale) {
+  if (auto failure = contradiction(dress)) return *std::move(failure);
+  std::optional<host::files::TemporaryDirectory> made;
+  fs::path path = dress.device_root.value_or(fs::path());
+  if (path.empty()) {
+    const bool isPrivate = dress.system || !dress.theme.empty();
+    path = isPrivate ? made.emplace().path() : host::files::defaultDeviceRoot();
+  }
+  auto root = openDevice(path);
+  if (!root) return root.failure();
+  if (const auto put = putOn(*root, dress); !put) return put.failure();
+  startHost(*std::move(root), dress, scale);
+  // Nobody draws again on a device that goes with this process.
+  if (auto* const pictures = host::keyboard::cachedPictures(); made && pictures) {
+    pictures->keepInMemory();
+  }
+  if (!dress.system) {
+    if (auto failure = loadLibrary(dress.library)) return *std::move(failure);
+  }
+  return KeyboardProcess(std::move(made));
+}
+
+}  // namespace tools::keyboard

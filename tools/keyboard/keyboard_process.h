@@ -1,0 +1,44 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "host/files/device_root.h"
+#include "host/files/result.h"
+#include "host/files/temporary_directory.h"
+#include "platform/foundation.h"
+
+namespace tools::keyboard {
+
+/// What a keyboard is dressed with.
+struct Dress {
+  /// A theme folder or file; empty: what is installed on the device.
+  std::string theme;
+  /// The plain keyboard, the library not loaded.
+  bool system = false;
+  /// The device; none: the default one, or a private one for a theme or the plain keyboard.
+  std::optional<std::filesystem::path> device_root;
+  /// A settings file for the private device of a theme; empty: no settings.
+  std::string settings;
+  std::filesystem::path library;
+  /// Neither what the library logs nor which pictures are missing is told on standard error.
+  bool quiet = false;
+};
+
+/// Makes this program a process with a keyboard in it, dressed as it was asked for: once a process,
+/// since the library can be loaded but not taken out again. The device that was made for a theme
+/// goes with this object. Main thread only.
+class KeyboardProcess {
+ public:
+  /// The failure's text is one line that names the file and the reason.
+  static host::files::Result<KeyboardProcess> start(const Dress& dress, double scale);
+
+ private:
+  explicit KeyboardProcess(std::optional<host::files::TemporaryDirectory> device)
+      : device_(std::move(device)) {}
+
+  std::optional<host::files::TemporaryDirectory> device_;
+};
+
+}  // namespace tools::keyboard

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "host/drawing/fonts.h"
+#include "host/drawing/picture.h"
+#include "host/files/result.h"
+#include "host/render/keyplane.h"
+#include "keyboard/view.h"
+#include "platform/graphics.h"
+
+namespace tools::keyboard {
+
+/// A view that the keyboard of this process has shown, and what it drew. Another view may be shown
+/// since: what this one's picture needs stays.
+struct ShownView {
+  host::render::LiveKeyplane keyplane;
+  host::drawing::KeyboardPicture picture;
+  /// The device path of the picture behind the keys or in the panel.
+  std::optional<std::string> background;
+  /// Owns the images that `picture` points to. Made and dropped on the main thread.
+  platform::Retained<platform::UIView> views;
+};
+
+/// Makes the keyboard of this process, a KeyboardProcess, show `view`, and asks what it draws; with
+/// `fonts` when the keyboard keeps pictures of its keys. Refuses a key that the keyplane doesn't
+/// have. Main thread only.
+host::files::Result<ShownView> showView(const View& view, double scale,
+                                        host::drawing::Fonts& fonts);
+
+}  // namespace tools::keyboard

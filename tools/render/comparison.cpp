@@ -1,0 +1,69 @@
+#include "render/comparison.h"
+
+#include <utility>
+
+#include "render/canvas.h"
+#include "render/difference.h"
+#include "render/one_view.h"
+#include "render/other_process.h"
+#include "theme/theme_source.h"
+
+namespace tools::render {
+
+using host::files::Result;
+using host::images::Bitmap;
+using keyboard::Dress;
+using keyboard::View;
+
+namespace {
+
+struct Pair {
+  Bitmap one;
+  Bitmap other;
+};
+
+/// The same view in two dresses, drawn at the same time.
+Result<Pair> drawPair(const Dress& dress, const Dress& other, const View& view, double scale) {
+  auto process = OtherProcess::start([&] { return drawView(other, view, scale); });
+  if (!process) return process.failure();
+  auto one = drawView(dress, view, scale);
+  if (!one) return one.failure();
+  auto second = process->picture();
+  if (!second) return second.failure();
+  return Pair{*std::move(one), *std::move(second)};
+}
+
+/// What to call what is drawn.
+std::string nameOf(const Dress& dress) {
+  if (dress.system) return "system";
+  return dress.theme.empty() ? "installed" : theme::themeName(dress.theme);
+}
+
+}  // namespace
+
+Result<Bitmap> drawBesideSystem(const Dress& dress, const View& view, double scale) {
+  Dress plain;
+  plain.system = true;
+  plain.quiet = dress.quiet;
+  const auto pair = drawPair(dress, plain, view, scale);
+  if (!pair) return pair.failure();
+  const Bitmap pictures[] = {pair->one, pair->other};
+  const std::string captions[] = {nameOf(dress), nameOf(plain)};
+  return sideBySide(pictures, captions, scale);
+}
+
+Result<Compared> drawDifference(const Dress& dress, const std::string& otherTheme, const View& view,
+                                double scale) {
+  Dress other = dress;
+  other.theme = otherTheme;
+  other.system = false;
+  other.device_root.reset();
+  const auto pair = drawPair(dress, other, view, scale);
+  if (!pair) return pair.failure();
+  Difference difference = differenceOf(pair->one, pair->other);
+  const Bitmap pictures[] = {pair->one, pair->other, std::move(difference.marked)};
+  const std::string captions[] = {nameOf(dress), nameOf(other), "what differs"};
+  return Compared{sideBySide(pictures, captions, scale), difference.pixels};
+}
+
+}  // namespace tools::render
