@@ -1,6 +1,5 @@
 #include "host/drawing/draw.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "host/drawing/bitmap_surface.h"
@@ -75,8 +74,11 @@ void drawAll(cairo_t* context, const KeyboardPicture& picture, Fonts& fonts) {
   for (const auto& key : picture.drawn_keys) copyKey(context, *key);
 }
 
-bool isOpaque(images::Pixel pixel) {
-  return pixel >> 24 == 0xff;
+/// Looks at every pixel whatever the first ones are: that way many are taken at once.
+bool isOpaque(const images::Bitmap& bitmap) {
+  images::Pixel common = ~images::Pixel{0};
+  for (const images::Pixel pixel : bitmap.pixels) common &= pixel;
+  return common >> 24 == 0xff;
 }
 
 }  // namespace
@@ -90,7 +92,7 @@ std::optional<images::Bitmap> draw(const KeyboardPicture& picture, Fonts& fonts)
   drawAll(context.get(), picture, fonts);
   cairo_surface_flush(surface.get());
   if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) return std::nullopt;
-  bitmap.opaque = std::ranges::all_of(bitmap.pixels, isOpaque);
+  bitmap.opaque = isOpaque(bitmap);
   return bitmap;
 }
 

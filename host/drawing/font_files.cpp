@@ -84,6 +84,20 @@ int distance(FcPattern* font, FontTraits traits) {
          (italic == traits.italic ? 0 : 1000) + width * 1000;
 }
 
+struct Family {
+  std::string_view name;
+  std::string_view font;
+};
+
+constexpr Family kSystemFamilies[] = {{"Inter", "Inter-Regular"},
+                                      {"Inter Display", "InterDisplay-Regular"}};
+
+/// The PostScript name of the font that stands for a family of the system font; else `name`.
+std::string_view withoutFamily(std::string_view name) {
+  const auto found = std::ranges::find(kSystemFamilies, name, &Family::name);
+  return found == std::end(kSystemFamilies) ? name : found->font;
+}
+
 /// The system font's file in the folder that was found when the host was built. `name` may come
 /// from a theme, so nothing but letters and one "-" makes a file name of it.
 std::optional<FontFile> fromSystemFolder(std::string_view name) {
@@ -151,7 +165,7 @@ FontFiles::Installed& FontFiles::installed() {
 
 std::optional<FontFile> FontFiles::named(std::string_view name) {
   if (name.empty()) return std::nullopt;
-  if (auto file = fromSystemFolder(name)) return file;
+  if (auto file = fromSystemFolder(withoutFamily(name))) return file;
   const Installed& fonts = installed();
   const FontTraits traits = traitsOf(name);
   for (const char* property : {FC_POSTSCRIPT_NAME, FC_FULLNAME}) {

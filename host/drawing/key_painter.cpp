@@ -8,10 +8,6 @@
 namespace host::drawing {
 namespace {
 
-constexpr Rect moved(const Rect& rect, Point by) {
-  return {rect.x + by.x, rect.y + by.y, rect.width, rect.height};
-}
-
 /// What shows of the edge below the face. None of it lies under the face, which may be translucent.
 void drawEdge(cairo_t* context, const EdgeEffect& edge, const Rect& face, double radius,
               double scale) {

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "host/drawing/cairo_handles.h"
 #include "host/drawing/glyphs.h"
 #include "host/drawing/pixels.h"
 #include "host/drawing/shapes.h"
@@ -10,14 +11,29 @@
 namespace host::drawing {
 namespace {
 
-/// Draws in `color`. The strokes of a glyph overlap, so it becomes translucent as a whole.
+/// `rect` with room for the soft edges of what lies in it, in whole pixels.
+Rect around(const Rect& rect) {
+  constexpr double kRoom = 2;
+  const double left = std::floor(rect.x) - kRoom;
+  const double top = std::floor(rect.y) - kRoom;
+  return {left, top, std::ceil(rect.right()) + kRoom - left,
+          std::ceil(rect.bottom()) + kRoom - top};
+}
+
+/// Draws in `color` what lies in `bounds`. The strokes of a glyph overlap, so it becomes
+/// translucent as a whole.
 template <typename Draw>
-void drawIn(cairo_t* context, const Rgba& color, Draw draw) {
+void drawIn(cairo_t* context, const Rgba& color, const Rect& bounds, Draw draw) {
   if (color.alpha >= 1) {
     setSource(context, color);
     draw();
     return;
   }
+  const SavedState saved(context);
+  // A group is as large as the clip: without one, the whole keyboard would be mixed for each key.
+  cairo_new_path(context);
+  cairo_rectangle(context, bounds.x, bounds.y, bounds.width, bounds.height);
+  cairo_clip(context);
   cairo_push_group(context);
   setSource(context, {color.red, color.green, color.blue, 1});
   draw();
@@ -25,17 +41,18 @@ void drawIn(cairo_t* context, const Rgba& color, Draw draw) {
   cairo_paint_with_alpha(context, color.alpha);
 }
 
-/// Draws displaced in the etch colour, then in the text colour. A theme may ask for any offset; an
-/// etch that would lie beyond every picture, or nowhere, is left out.
+/// Draws what lies in `bounds` displaced in the etch colour, then in the text colour. A theme may
+/// ask for any offset; an etch that would lie beyond every picture, or nowhere, is left out.
 template <typename Draw>
-void drawEtched(cairo_t* context, const TextStyle& style, double scale, Draw draw) {
+void drawEtched(cairo_t* context, const TextStyle& style, double scale, const Rect& bounds,
+                Draw draw) {
   const Point offset{std::round(style.etch_offset_pt.x * scale),
                      std::round(style.etch_offset_pt.y * scale)};
   const bool is_near = std::fabs(offset.x) <= kMaxSide && std::fabs(offset.y) <= kMaxSide;
   if (style.etch_color && style.etch_color->alpha > 0 && is_near) {
-    drawIn(context, *style.etch_color, [&] { draw(offset); });
+    drawIn(context, *style.etch_color, around(moved(bounds, offset)), [&] { draw(offset); });
   }
-  drawIn(context, style.color, [&] { draw(Point{}); });
+  drawIn(context, style.color, around(bounds), [&] { draw(Point{}); });
 }
 
 bool isSmallLetter(std::string_view text) {
@@ -53,9 +70,8 @@ double baselineDrop(std::string_view text, const Face& face) {
 SetText setToFit(std::string_view text, const Face* face, double size_px, double width,
                  Fonts& fonts) {
   SetText set = setText(text, face, size_px, fonts);
-  const double wide = set.ink_right - set.ink_left;
-  if (wide <= width || width <= 0) return set;
-  return setText(text, face, size_px * width / wide, fonts);
+  if (set.ink.width <= width || width <= 0) return set;
+  return setText(text, face, size_px * width / set.ink.width, fonts);
 }
 
 void drawText(cairo_t* context, std::string_view text, const TextStyle& style, const Rect& area,
@@ -66,10 +82,10 @@ void drawText(cairo_t* context, std::string_view text, const TextStyle& style, c
   const double size_px = style.size_pt * scale;
   const SetText set = setToFit(text, face, size_px, area.width - 2 * kPadding * scale, fonts);
   const Point center = centerOf(area);
-  const double x = center.x - (set.ink_left + set.ink_right) / 2;
+  const double x = center.x - (set.ink.x + set.ink.right()) / 2;
   // A text set smaller stays on the line of its row.
   const double y = std::round(center.y + baselineDrop(text, *face) * size_px);
-  drawEtched(context, style, scale,
+  drawEtched(context, style, scale, moved(set.ink, {x, y}),
              [&](Point offset) { showText(context, set, x + offset.x, y + offset.y); });
 }
 
@@ -91,9 +107,12 @@ void drawSymbol(cairo_t* context, const Symbol& symbol, const Rect& area, double
     return;
   }
   const Glyph glyph = std::get<Glyph>(symbol.mark);
-  drawEtched(context, style, scale, [&](Point offset) {
-    const Point center = centerOf(area);
-    drawGlyph(context, glyph, {center.x + offset.x, center.y + offset.y}, style.size_pt * scale);
+  const Point center = centerOf(area);
+  const double em_px = style.size_pt * scale;
+  // No glyph reaches as far as an em from its centre.
+  const Rect bounds{center.x - em_px, center.y - em_px, 2 * em_px, 2 * em_px};
+  drawEtched(context, style, scale, bounds, [&](Point offset) {
+    drawGlyph(context, glyph, {center.x + offset.x, center.y + offset.y}, em_px);
   });
 }
 

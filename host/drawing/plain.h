@@ -26,6 +26,10 @@ struct Rect {
   friend constexpr bool operator==(const Rect&, const Rect&) = default;
 };
 
+constexpr Rect moved(const Rect& rect, Point by) {
+  return {rect.x + by.x, rect.y + by.y, rect.width, rect.height};
+}
+
 /// A colour, each component 0 to 1, not premultiplied.
 struct Rgba {
   double red = 0;

@@ -24,16 +24,17 @@ Rgba mix(const Rgba& from, const Rgba& to, double part) {
           std::lerp(from.blue, to.blue, part), std::lerp(from.alpha, to.alpha, part)};
 }
 
-/// One pixel a row. Cairo's own gradient takes its colours between the pixels' borders, so that
-/// neither end's colour would be seen.
-std::vector<std::uint32_t> rowsOf(const Fill& fill, int height) {
-  std::vector<std::uint32_t> rows;
-  rows.reserve(static_cast<std::size_t>(std::max(height, 0)));
+/// The pixels of a strip of a gradient, in which all of a row are alike. Cairo's own gradient takes
+/// its colours between the pixels' borders, so that neither end's colour would be seen.
+std::vector<std::uint32_t> stripOf(const Fill& fill, int width, int height) {
+  std::vector<std::uint32_t> pixels;
+  pixels.reserve(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
   for (int row = 0; row < height; ++row) {
-    rows.push_back(
-        premultiplied(mix(fill.top, fill.bottom, height > 1 ? row / (height - 1.0) : 0)));
+    const double part = height > 1 ? row / (height - 1.0) : 0;
+    pixels.insert(pixels.end(), static_cast<std::size_t>(width),
+                  premultiplied(mix(fill.top, fill.bottom, part)));
   }
-  return rows;
+  return pixels;
 }
 
 }  // namespace
@@ -60,17 +61,21 @@ void fillPath(cairo_t* context, const Fill& fill, const Rect& bounds) {
     cairo_fill(context);
     return;
   }
-  std::vector<std::uint32_t> rows = rowsOf(fill, height);
-  const Surface column(
-      cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(rows.data()),
-                                          CAIRO_FORMAT_ARGB32, 1, height, sizeof(std::uint32_t)));
-  cairo_set_source_surface(context, column.get(), bounds.x, bounds.y);
+  // Repeated sideways, and wide enough for a key: cairo's library of pixels is quick only with what
+  // it need not extend, or is at least this wide.
+  constexpr int kMaxWidth = 64;
+  const int width = std::clamp(static_cast<int>(bounds.width), 1, kMaxWidth);
+  std::vector<std::uint32_t> pixels = stripOf(fill, width, height);
+  const Surface strip(cairo_image_surface_create_for_data(
+      reinterpret_cast<unsigned char*>(pixels.data()), CAIRO_FORMAT_ARGB32, width, height,
+      width * static_cast<int>(sizeof(std::uint32_t))));
+  cairo_set_source_surface(context, strip.get(), bounds.x, bounds.y);
   cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_NEAREST);
-  cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
+  cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_REPEAT);
   cairo_fill(context);
-  // The rows live no longer than this call.
+  // The pixels live no longer than this call.
   cairo_set_source_rgb(context, 0, 0, 0);
-  cairo_surface_finish(column.get());
+  cairo_surface_finish(strip.get());
 }
 
 void clipOut(cairo_t* context, const Rect& rect, double radius) {

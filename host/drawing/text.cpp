@@ -1,7 +1,6 @@
 #include "host/drawing/text.h"
 
 #include <algorithm>
-#include <limits>
 #include <memory>
 #include <span>
 
@@ -78,25 +77,30 @@ void shape(std::string_view utf8, const Stretch& stretch, SetText& text) {
   text.runs.push_back(std::move(run));
 }
 
+/// What `run` inks, from the left end of the text's baseline.
+Rect inkOf(const SetText::Run& run, double size_px) {
+  cairo_scaled_font_t* font = run.face->scaled(size_px);
+  if (!font || run.glyphs.empty()) return {};
+  cairo_text_extents_t ink;
+  cairo_scaled_font_glyph_extents(font, run.glyphs.data(), static_cast<int>(run.glyphs.size()),
+                                  &ink);
+  // Bearings are told from the first glyph's own origin.
+  const cairo_glyph_t& first = run.glyphs.front();
+  return {first.x + ink.x_bearing, first.y + ink.y_bearing, ink.width, ink.height};
+}
+
+Rect unionOf(const Rect& one, const Rect& other) {
+  const double left = std::min(one.x, other.x);
+  const double top = std::min(one.y, other.y);
+  return {left, top, std::max(one.right(), other.right()) - left,
+          std::max(one.bottom(), other.bottom()) - top};
+}
+
 void measureInk(SetText& text) {
-  constexpr double kFar = std::numeric_limits<double>::max();
-  double left = kFar;
-  double right = -kFar;
   for (const SetText::Run& run : text.runs) {
-    cairo_scaled_font_t* font = run.face->scaled(text.size_px);
-    if (!font || run.glyphs.empty()) continue;
-    cairo_text_extents_t ink;
-    cairo_scaled_font_glyph_extents(font, run.glyphs.data(), static_cast<int>(run.glyphs.size()),
-                                    &ink);
-    if (ink.width <= 0) continue;
-    // Bearings are told from the first glyph's own origin.
-    const double x = run.glyphs.front().x + ink.x_bearing;
-    left = std::min(left, x);
-    right = std::max(right, x + ink.width);
+    const Rect ink = inkOf(run, text.size_px);
+    if (ink.width > 0) text.ink = text.ink.width > 0 ? unionOf(text.ink, ink) : ink;
   }
-  if (left > right) return;
-  text.ink_left = left;
-  text.ink_right = right;
 }
 
 /// Cairo moves the glyphs that it keeps as bitmaps to whole pixels: quick, and fine for large ones,

@@ -6,6 +6,7 @@
 
 #include "host/drawing/face.h"
 #include "host/drawing/fonts.h"
+#include "host/drawing/plain.h"
 
 namespace host::drawing {
 
@@ -18,9 +19,8 @@ struct SetText {
   std::vector<Run> runs;
   double size_px = 0;
   double advance = 0;
-  // From where to where is inked, from the left end.
-  double ink_left = 0;
-  double ink_right = 0;
+  /// What is inked; without an area when nothing is.
+  Rect ink;
 };
 
 /// Sets `utf8` in `face`, characters that it lacks in faces that have them. What isn't UTF-8

@@ -15,7 +15,11 @@ namespace host::files {
 namespace {
 
 // Below a file there is nothing, and there never will be.
-constexpr const char* kNothing = "/dev/null/";
+constexpr const char* kNothing = "/dev/null/none";
+
+// A named command that succeeds without a trace, as on every device whose caches are yet to be
+// made. A shell and what it starts would take a tenth of the time of a picture.
+constexpr std::string_view kEffectless = "/bin/rm -rf /dev/null/none/*";
 
 // The shell's own redirections name single digits.
 constexpr int kFirstDescriptor = 10;
@@ -56,7 +60,7 @@ class Names {
   std::optional<std::string> descriptor(const Result<Descriptor>& opened) {
     if (!opened) {
       const int error = opened.failure().error;
-      if (error == ENOENT || error == ENOTDIR) return kNothing + std::string("none");
+      if (error == ENOENT || error == ENOTDIR) return kNothing;
       return std::nullopt;
     }
     Descriptor moved(::fcntl(opened->get(), F_DUPFD_CLOEXEC, kFirstDescriptor));
@@ -106,6 +110,8 @@ int runShell(const DeviceRoot& root, std::string_view command) {
       rewriteDevicePaths(command, [&](const PathWord& word) { return names.name(word); });
   const auto directory = root.openDirectory("/");
   if (!rewritten || !directory) return -1;
+
+  if (*rewritten == kEffectless) return 0;
 
   SpawnActions actions;
   if (!actions.startIn(*directory)) return -1;

@@ -7,7 +7,8 @@
 namespace host::files {
 
 /// Runs `command` with /bin/sh in the root and waits for it. Returns its wait status as the C
-/// library's system does: 0 for success, 256 for exit status 1; -1 when no shell was started.
+/// library's system does: 0 for success, 256 for exit status 1; -1 when no shell could be started.
+/// To empty a directory that doesn't exist none is started, for it would change nothing.
 ///
 /// Each device path in the command (see rewriteDevicePaths) is resolved inside the root beforehand
 /// and named to the shell by the descriptor of its directory, /proc/self/fd/N/NAME, so that neither

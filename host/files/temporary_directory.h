@@ -4,7 +4,8 @@
 
 namespace host::files {
 
-/// A new directory of this machine below $TMPDIR, or /tmp; removed with its contents at the end.
+/// A new directory of this machine, removed with its contents at the end. It lies below $TMPDIR,
+/// else in memory where there is plenty of room, else below /tmp.
 class TemporaryDirectory {
  public:
   /// Throws std::system_error when none can be made.

@@ -48,6 +48,8 @@ constexpr Pixel unpremultiplied(Pixel color, Pixel alpha) {
 
 /// The pixel of a colour that isn't premultiplied, each part 0 to 255.
 constexpr Pixel pixelOf(Pixel red, Pixel green, Pixel blue, Pixel alpha) {
+  // Most pixels are opaque, and need no multiplication.
+  if (alpha == 255) return alpha << 24 | red << 16 | green << 8 | blue;
   return alpha << 24 | premultiplied(red, alpha) << 16 | premultiplied(green, alpha) << 8 |
          premultiplied(blue, alpha);
 }

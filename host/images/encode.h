@@ -8,7 +8,7 @@ namespace host::images {
 
 /// A PNG file of 8 bits a channel, without alpha when the bitmap is opaque. Made to be fast rather
 /// than small. Decoded again it is the same bitmap. Empty when the bitmap is invalid or there is no
-/// memory. Any thread.
+/// memory for two more of its size. Any thread.
 std::string encodePng(const Bitmap& bitmap);
 
 /// A JPEG file of `quality` 1 to 100; what shines through is laid over black. Empty when the bitmap

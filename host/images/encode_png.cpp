@@ -1,93 +1,131 @@
+#include <cstdint>
+#include <libdeflate.h>
+#include <memory>
 #include <new>
-#include <png.h>
-#include <utility>
-#include <vector>
+#include <span>
+#include <string>
+#include <string_view>
 
 #include "host/images/encode.h"
-#include "host/images/guarded.h"
 
 namespace host::images {
 namespace {
 
-// The library's own are 8 kB: a chunk, its header and its check sum each.
-constexpr std::size_t kChunkBytes = 1 << 18;
-
-class PngWriter {
- public:
-  explicit PngWriter(const Bitmap& bitmap)
-      : bitmap_(bitmap),
-        row_((bitmap.opaque ? 3U : 4U) * static_cast<std::size_t>(bitmap.width)),
-        png_(png_create_write_struct(PNG_LIBPNG_VER_STRING, this, fail, ignore)) {
-    if (png_ != nullptr) info_ = png_create_info_struct(png_);
-  }
-  PngWriter(const PngWriter&) = delete;
-  PngWriter& operator=(const PngWriter&) = delete;
-  ~PngWriter() { png_destroy_write_struct(&png_, &info_); }
-
-  std::string write() {
-    if (info_ == nullptr || !guarded(escape_, [this] { writeAll(); })) return {};
-    return std::move(file_);
-  }
-
- private:
-  [[noreturn]] static void fail(png_structp png, png_const_charp) {
-    std::longjmp(static_cast<PngWriter*>(png_get_error_ptr(png))->escape_, 1);
-  }
-  static void ignore(png_structp, png_const_charp) {}
-
-  static void put(png_structp png, png_bytep bytes, std::size_t size) {
-    auto& file = static_cast<PngWriter*>(png_get_io_ptr(png))->file_;
-    bool kept = true;
-    try {
-      file.append(reinterpret_cast<const char*>(bytes), size);
-    } catch (const std::bad_alloc&) {
-      kept = false;  // an exception mustn't cross the library, nor a jump leave a handler
-    }
-    if (!kept) png_error(png, "Not enough memory");
-  }
-  static void flush(png_structp) {}
-
-  void writeAll() {
-    png_set_write_fn(png_, this, put, flush);
-    png_set_IHDR(png_, info_, static_cast<png_uint_32>(bitmap_.width),
-                 static_cast<png_uint_32>(bitmap_.height), 8,
-                 bitmap_.opaque ? PNG_COLOR_TYPE_RGB : PNG_COLOR_TYPE_RGB_ALPHA, PNG_INTERLACE_NONE,
-                 PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
-    png_set_compression_level(png_, 1);
-    png_set_filter(png_, PNG_FILTER_TYPE_BASE, PNG_FILTER_UP);
-    png_set_compression_buffer_size(png_, kChunkBytes);
-    png_write_info(png_, info_);
-    for (int y = 0; y < bitmap_.height; ++y) {
-      fillRow(bitmap_.row(y));
-      png_write_row(png_, row_.data());
-    }
-    png_write_end(png_, nullptr);
-  }
-
-  void fillRow(const Pixel* pixels) {
-    png_byte* out = row_.data();
-    for (const Pixel* const end = pixels + bitmap_.width; pixels != end; ++pixels) {
-      const Pixel alpha = bitmap_.opaque ? 255 : *pixels >> 24;
-      for (const int shift : {16, 8, 0}) {
-        const Pixel color = *pixels >> shift & 255;
-        *out++ = static_cast<png_byte>(alpha == 255 ? color : unpremultiplied(color, alpha));
-      }
-      if (!bitmap_.opaque) *out++ = static_cast<png_byte>(alpha);
-    }
-  }
-
-  const Bitmap& bitmap_;
-  std::vector<png_byte> row_;
-  std::string file_;
-  std::jmp_buf escape_;
-  png_structp png_;
-  png_infop info_ = nullptr;
+/// Bytes that are all to be written, and so aren't cleared before.
+struct Bytes {
+  explicit Bytes(std::size_t count)
+      : data(std::make_unique_for_overwrite<std::uint8_t[]>(count)), size(count) {}
+  std::unique_ptr<std::uint8_t[]> data;
+  std::size_t size;
 };
+
+constexpr std::string_view kMagic = "\x89PNG\r\n\x1a\n";
+constexpr std::size_t kMaxChunkBytes = 0x7fffffff;
+constexpr std::uint8_t kFilterUp = 2;
+constexpr char kColor = 2;
+constexpr char kColorWithAlpha = 6;
+
+// A photograph takes half the time that level 2 does, and is 5% larger.
+constexpr int kLevel = 1;
+
+struct FreeCompressor {
+  void operator()(libdeflate_compressor* compressor) const {
+    libdeflate_free_compressor(compressor);
+  }
+};
+using Compressor = std::unique_ptr<libdeflate_compressor, FreeCompressor>;
+
+std::size_t rowBytes(const Bitmap& bitmap) {
+  return 1 + (bitmap.opaque ? 3U : 4U) * static_cast<std::size_t>(bitmap.width);
+}
+
+std::uint8_t* putOpaque(std::span<const Pixel> pixels, std::uint8_t* out) {
+  for (const Pixel pixel : pixels) {
+    *out++ = static_cast<std::uint8_t>(pixel >> 16);
+    *out++ = static_cast<std::uint8_t>(pixel >> 8);
+    *out++ = static_cast<std::uint8_t>(pixel);
+  }
+  return out;
+}
+
+std::uint8_t* putTranslucent(std::span<const Pixel> pixels, std::uint8_t* out) {
+  for (const Pixel pixel : pixels) {
+    const Pixel alpha = pixel >> 24;
+    for (const int shift : {16, 8, 0}) {
+      *out++ = static_cast<std::uint8_t>(unpremultiplied(pixel >> shift & 255, alpha));
+    }
+    *out++ = static_cast<std::uint8_t>(alpha);
+  }
+  return out;
+}
+
+/// The rows as the format has them, each after the number of its filter, none of them filtered yet.
+Bytes straightRows(const Bitmap& bitmap) {
+  Bytes rows(rowBytes(bitmap) * static_cast<std::size_t>(bitmap.height));
+  std::uint8_t* out = rows.data.get();
+  for (int y = 0; y < bitmap.height; ++y) {
+    *out++ = kFilterUp;
+    const std::span pixels(bitmap.row(y), static_cast<std::size_t>(bitmap.width));
+    out = bitmap.opaque ? putOpaque(pixels, out) : putTranslucent(pixels, out);
+  }
+  return rows;
+}
+
+/// Leaves of each row what it differs by from the one above.
+void filterUp(Bytes& rows, std::size_t row_bytes) {
+  for (std::size_t begin = rows.size - row_bytes; begin > 0; begin -= row_bytes) {
+    std::uint8_t* const row = rows.data.get() + begin;
+    const std::uint8_t* const above = row - row_bytes;
+    for (std::size_t i = 1; i < row_bytes; ++i)
+      row[i] = static_cast<std::uint8_t>(row[i] - above[i]);
+  }
+}
+
+void putNumber(std::string& file, std::size_t number) {
+  for (const int shift : {24, 16, 8, 0}) file += static_cast<char>(number >> shift & 255);
+}
+
+void putChunk(std::string& file, std::string_view type, std::string_view data) {
+  putNumber(file, data.size());
+  const std::size_t checked = file.size();
+  file.append(type).append(data);
+  putNumber(file, libdeflate_crc32(0, file.data() + checked, file.size() - checked));
+}
+
+std::string headerOf(const Bitmap& bitmap) {
+  std::string header;
+  putNumber(header, static_cast<std::size_t>(bitmap.width));
+  putNumber(header, static_cast<std::size_t>(bitmap.height));
+  constexpr char kBits = 8;
+  header.append({kBits, bitmap.opaque ? kColor : kColorWithAlpha, 0, 0, 0});
+  return header;
+}
+
+std::string fileOf(const Bitmap& bitmap) {
+  Bytes rows = straightRows(bitmap);
+  filterUp(rows, rowBytes(bitmap));
+  const Compressor compressor(libdeflate_alloc_compressor(kLevel));
+  if (!compressor) throw std::bad_alloc();
+  const Bytes packed(libdeflate_zlib_compress_bound(compressor.get(), rows.size));
+  const std::size_t size = libdeflate_zlib_compress(compressor.get(), rows.data.get(), rows.size,
+                                                    packed.data.get(), packed.size);
+  if (size == 0 || size > kMaxChunkBytes) return {};
+
+  std::string file(kMagic);
+  putChunk(file, "IHDR", headerOf(bitmap));
+  putChunk(file, "IDAT", {reinterpret_cast<const char*>(packed.data.get()), size});
+  putChunk(file, "IEND", {});
+  return file;
+}
 
 }  // namespace
 
 std::string encodePng(const Bitmap& bitmap) {
-  return bitmap.isValid() ? PngWriter(bitmap).write() : std::string();
+  try {
+    return bitmap.isValid() ? fileOf(bitmap) : std::string();
+  } catch (const std::bad_alloc&) {
+    return {};
+  }
 }
 
 }  // namespace host::images

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <set>
+#include <vector>
 
 #include "drawing/board_picture.h"
 #include "drawing/pictures.h"
@@ -169,6 +170,26 @@ TEST(Symbol, TranslucentGlyphIsNowhereDarkerThanItsColor) {
     const auto bitmap = drawn(pictureOf(keyWith({glyph, {"", 15, {0, 0, 0, 0.5}, {}, {}}}), 2));
     const auto darker = [](images::Pixel pixel) { return alphaOf(pixel) > 129; };
     EXPECT_TRUE(extent(bitmap, whole(bitmap), darker).empty()) << static_cast<int>(glyph);
+  }
+}
+
+TEST(Symbol, TranslucentOneIsTheOpaqueOneFaded) {
+  std::vector<drawing::Symbol> symbols = {blackText("g"), blackText("Qj", "Inter-BlackItalic", 31),
+                                          blackText("f\u0327", "DejaVuSerif-Italic"),
+                                          blackText("\U0001f600")};
+  for (const Glyph glyph : kGlyphs) symbols.push_back({glyph, {"", 15, kBlack, {}, {}}});
+  for (drawing::Symbol symbol : symbols) {
+    for (const double scale : {1.0, 2.0}) {
+      symbol.style.color = {0, 0, 0, 0};
+      symbol.style.etch_offset_pt = {7, -9};
+      symbol.style.etch_color = kBlack;
+      const auto opaque = drawn(pictureOf(keyWith(symbol), scale));
+      symbol.style.etch_color = drawing::Rgba{0, 0, 0, 0.5};
+      const auto faded = drawn(pictureOf(keyWith(symbol), scale));
+      for (std::size_t i = 0; i < opaque.pixels.size(); ++i) {
+        ASSERT_NEAR(2 * alphaOf(faded.pixels[i]), alphaOf(opaque.pixels[i]), 2) << nameOf(symbol);
+      }
+    }
   }
 }
 

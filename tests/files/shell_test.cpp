@@ -1,6 +1,7 @@
 #include "host/files/shell.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "sample_device.h"
 
@@ -71,6 +72,34 @@ TEST(Shell, PurgingWhatIsNotThereSucceeds) {
   fs::remove(device.machine(kCaches));
   device.directory(kKeyboards);
   EXPECT_EQ(purge(device), 0);
+}
+
+// A process that has been waited for leaves its page faults here.
+long faultsOfChildren() {
+  rusage usage{};
+  ::getrusage(RUSAGE_CHILDREN, &usage);
+  return usage.ru_minflt + usage.ru_majflt;
+}
+
+TEST(Shell, StartsNoneForADirectoryThatIsNotThere) {
+  const SampleDevice device;
+  device.directory(kCaches);
+  const DeviceRoot root = device.open();
+  const struct {
+    std::string_view command;
+    int status;
+    bool is_started;
+  } cases[] = {{kPurge, 0, false},
+               {"/bin/rm -rf '/missing'/*", 0, false},
+               {"/bin/rm -rf /var/mobile/Library/Caches/*", 0, true},
+               {"/bin/rm -rf /missing/* ; exit 3", 3 * 256, true},
+               {"/bin/rm -rf /missing/* /missing/other", 0, true},
+               {"/bin/rm -r /missing/* 2>/dev/null", 256, true}};
+  for (const auto& [command, status, is_started] : cases) {
+    const long before = faultsOfChildren();
+    EXPECT_EQ(runShell(root, command), status) << command;
+    EXPECT_EQ(faultsOfChildren() > before, is_started) << command;
+  }
 }
 
 TEST(Shell, NoPlantedLinkLeadsThePurgeOutside) {

@@ -35,7 +35,7 @@ TEST(EncodePng, AnOpaqueBitmapHasNoAlphaInItsFile) {
   EXPECT_EQ(encodePng(solid(1, 1, 0, 0, 0, 254))[kColorType], 6);
 }
 
-TEST(EncodePng, ALargePictureComesInMoreThanOneChunk) {
+TEST(EncodePng, NoiseThatCannotBePacked) {
   Bitmap bitmap{1000, 1000, true, {}};
   Pixel state = 1;
   for (int i = 0; i < 1'000'000; ++i) {
