@@ -1,6 +1,7 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <span>
 #include <string>
 #include <vector>
@@ -22,8 +23,12 @@ CLI::Option* addChoice(CLI::App& command, const std::string& name, Target& targe
       if (choice.word == word) target = choice.value;
     }
   };
+  const auto check = [words](const std::string& word) {
+    if (std::ranges::find(words, word) != words.end()) return std::string();
+    return "\"" + word + "\" is none of " + CLI::detail::join(words, ", ");
+  };
   return command.add_option_function<std::string>(name, take, description)
-      ->check(CLI::IsMember(words).description(""))
+      ->check(check)
       ->type_name(CLI::detail::join(words, "|"));
 }
 

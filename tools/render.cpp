@@ -7,10 +7,12 @@
 #include <string>
 #include <string_view>
 
+#include "choice_option.h"
 #include "exit_status.h"
 #include "host/images/encode.h"
 #include "keyboard/keyboard_process.h"
 #include "keyboard/view.h"
+#include "keyboard/words.h"
 #include "library_path.h"
 #include "output_file.h"
 #include "render/comparison.h"
@@ -152,9 +154,7 @@ void addOutputOptions(CLI::App& command, RenderOptions& options) {
                   "The picture to write, a PNG file; - is standard output")
       ->type_name("FILE")
       ->capture_default_str();
-  command.add_option("--scale", options.scale, "Pixels a point [2; a sheet 1]")
-      ->check(CLI::IsMember({1, 2}).description(""))
-      ->type_name("1|2");
+  addChoice(command, "--scale", options.scale, "Pixels a point [2; a sheet 1]", keyboard::kScales);
   command
       .add_option("--keys", options.keys,
                   "Write what was drawn, key by key, as JSON; - is standard output")

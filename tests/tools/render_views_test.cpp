@@ -141,7 +141,8 @@ TEST_F(RenderViews, RefusesWhatContradictsItself) {
       {"red.plist --all red.plist", "red.plist"},
       {"red.plist --disable nothing", "--disable nothing: no such key"},
       {"red.plist --press ''", "no such key"},
-      {"red.plist --device watch", "--device"},
+      {"red.plist --device watch", "\"watch\" is none of phone-3.5, phone-4"},
+      {"red.plist --scale 1.5", "\"1.5\" is none of 1, 2"},
   };
   for (const Case& c : cases) {
     const Outcome outcome = run(c.arguments);

@@ -41,6 +41,9 @@ inline constexpr Word<host::boards::Plane> kPlanes[] = {
 inline constexpr Word<host::boards::Shift> kShifts[] = {{"on", host::boards::Shift::on},
                                                         {"locked", host::boards::Shift::locked}};
 
+/// Pixels a point.
+inline constexpr Word<int> kScales[] = {{"1", 1}, {"2", 2}};
+
 inline constexpr Word<bool> kYesOrNo[] = {{"yes", true}, {"no", false}};
 
 /// The word for `value`, which must be in `words`.
