@@ -82,7 +82,7 @@ TEST_F(RenderReports, RulesShowOnTheKeysThatTheyMean) {
     std::string options;
     std::function<bool(const json&)> means;
   };
-  const auto named = [](std::string name) {
+  const auto named = [](const std::string& name) {
     return [name](const json& key) { return key["name"] == name; };
   };
   const Case cases[] = {
