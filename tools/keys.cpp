@@ -10,6 +10,7 @@
 #include "keyboard/key_json.h"
 #include "keyboard/keyboard_process.h"
 #include "keyboard/view.h"
+#include "keyboard/words.h"
 #include "output_file.h"
 #include "text_table.h"
 
@@ -51,8 +52,7 @@ std::string tableOf(const Json& report) {
 std::vector<View> viewsOf(const KeysOptions& options) {
   if (options.view.plane) return {keyboard::viewOf(options.view)};
   std::vector<View> views;
-  for (const auto plane : {host::boards::Plane::small_letters, host::boards::Plane::capital_letters,
-                           host::boards::Plane::numbers, host::boards::Plane::numbers_alternate}) {
+  for (const auto& [name, plane] : keyboard::kPlanes) {
     keyboard::ViewOptions each = options.view;
     each.plane = plane;
     views.push_back(keyboard::viewOf(each));

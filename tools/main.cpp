@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <string>
 
@@ -11,6 +12,18 @@
 #include "replay.h"
 
 namespace {
+
+/// An empty value is a variable that was not set, not a wish to do without the option.
+void refuseEmptyValues(CLI::App& app) {
+  const auto notEmpty = [](const std::string& value) {
+    return value.empty() ? std::string("its value is empty") : std::string();
+  };
+  for (CLI::App* const command : app.get_subcommands({})) {
+    for (CLI::Option* const option : command->get_options()) {
+      if (option->get_items_expected_max() > 0) option->check(notEmpty);
+    }
+  }
+}
 
 int run(int argc, char** argv) {
   int status = tools::kDone;
@@ -24,6 +37,7 @@ int run(int argc, char** argv) {
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
   tools::addReplayCommand(app, status);
+  refuseEmptyValues(app);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -36,9 +50,19 @@ int run(int argc, char** argv) {
   return status;
 }
 
+/// Ways to make the libraries that draw draw otherwise, for those who work on them. A picture
+/// follows from what is drawn alone.
+void forgetDrawingPreferences() {
+  for (const char* name : {"FREETYPE_PROPERTIES", "HB_OPTIONS", "HB_SHAPER_LIST", "PIXMAN_DISABLE",
+                           "FC_DEBUG", "FONTCONFIG_FILE", "FONTCONFIG_PATH"}) {
+    unsetenv(name);
+  }
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  forgetDrawingPreferences();
   // Whoever reads our output may go; that is an error of writing, not a reason to die untidily.
   std::signal(SIGPIPE, SIG_IGN);
   try {

@@ -26,9 +26,12 @@ bool isTerminal(const fs::path& path) {
 Result<Done> writeOutput(const fs::path& path, std::string_view bytes) {
   if (path == "-") return printResult(bytes);
   std::error_code error;
+  const fs::file_status before = fs::status(path, error);
   // What is no file, such as a pipe, can't be replaced and needs no care.
-  const bool replaces = !fs::exists(path, error) || fs::is_regular_file(path, error);
-  fs::path target = path;
+  const bool replaces = !fs::exists(before) || fs::is_regular_file(before);
+  // A link stays, and what it leads to is replaced.
+  const fs::path place = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
+  fs::path target = place;
   if (replaces) target += ".part" + std::to_string(getpid());
   std::ofstream file(target, std::ios::binary | std::ios::trunc);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -39,7 +42,8 @@ Result<Done> writeOutput(const fs::path& path, std::string_view bytes) {
     return failure;
   }
   if (!replaces) return Done();
-  fs::rename(target, path, error);
+  if (fs::exists(before)) fs::permissions(target, before.permissions(), error);
+  fs::rename(target, place, error);
   if (!error) return Done();
   const Failure failure(error.value());
   fs::remove(target, error);

@@ -31,7 +31,7 @@ struct RenderOptions {
   Dress dress;
   keyboard::ViewOptions view;
   std::optional<int> scale;
-  fs::path output = "keyboard.png";
+  std::optional<std::string> output;
   std::string keys;
   bool sheet = false;
   std::string all;
@@ -45,13 +45,18 @@ int refuse(const std::string& reason) {
   return kTrouble;
 }
 
-int write(const fs::path& path, std::string_view bytes) {
+int write(const std::string& path, std::string_view bytes) {
   const auto written = writeOutput(path, bytes);
-  return written ? kDone : refuse(path.string() + ": " + written.reason());
+  if (written) return kDone;
+  return refuse((path == "-" ? "standard output" : path) + ": " + written.reason());
 }
 
-int writePicture(const fs::path& path, const Bitmap& picture) {
-  return write(path, host::images::encodePng(picture));
+std::string outputOf(const RenderOptions& options) {
+  return options.output.value_or("keyboard.png");
+}
+
+int writePicture(const RenderOptions& options, const Bitmap& picture) {
+  return write(outputOf(options), host::images::encodePng(picture));
 }
 
 double scaleOf(const RenderOptions& options) {
@@ -64,21 +69,21 @@ int drawPicture(const RenderOptions& options) {
   const auto picture = render::drawView(options.dress, keyboard::viewOf(options.view),
                                         scaleOf(options), options.keys.empty() ? nullptr : &report);
   if (!picture) return refuse(picture.reason());
-  if (const int status = writePicture(options.output, *picture); status != kDone) return status;
+  if (const int status = writePicture(options, *picture); status != kDone) return status;
   return options.keys.empty() ? kDone : write(options.keys, report);
 }
 
 int drawBesideSystem(const RenderOptions& options) {
   const auto picture =
       render::drawBesideSystem(options.dress, keyboard::viewOf(options.view), scaleOf(options));
-  return picture ? writePicture(options.output, *picture) : refuse(picture.reason());
+  return picture ? writePicture(options, *picture) : refuse(picture.reason());
 }
 
 int drawDifference(const RenderOptions& options) {
   const auto compared = render::drawDifference(options.dress, options.diff,
                                                keyboard::viewOf(options.view), scaleOf(options));
   if (!compared) return refuse(compared.reason());
-  const int status = writePicture(options.output, compared->picture);
+  const int status = writePicture(options, compared->picture);
   if (status != kDone || compared->pixels == 0) return status;
   if (!options.dress.quiet) std::fprintf(stderr, "%zu pixels differ\n", compared->pixels);
   return kFindings;
@@ -94,11 +99,36 @@ int drawEveryView(const RenderOptions& options) {
     return failure ? refuse(failure->reason) : kDone;
   }
   const auto sheet = render::drawSheet(views, scaleOf(options), quiet);
-  return sheet ? writePicture(options.output, *sheet) : refuse(sheet.reason());
+  return sheet ? writePicture(options, *sheet) : refuse(sheet.reason());
+}
+
+/// What makes no sense of several pictures, or of a file for each.
+std::optional<std::string> contradictionOfSeveral(const RenderOptions& options) {
+  if (keyboard::namesStates(options.view)) {
+    return "--press, --disable, --shift and --dictation are for one keyboard, not for all of them";
+  }
+  if (!options.all.empty() && options.output) {
+    return "--all names its files by itself; -o is for one picture";
+  }
+  return std::nullopt;
+}
+
+/// What of the view's options would be without effect.
+std::optional<std::string> contradictionOfView(const keyboard::ViewOptions& view) {
+  if (view.dictation && (view.shift || !view.pressed.empty() || !view.disabled.empty())) {
+    return "--dictation shows no keys; leave --press, --disable and --shift out";
+  }
+  const auto plane = keyboard::viewOf(view).keyplane.plane;
+  if (view.shift &&
+      (plane == host::boards::Plane::numbers || plane == host::boards::Plane::numbers_alternate)) {
+    return "--shift is for letters; this keyplane has none";
+  }
+  return std::nullopt;
 }
 
 std::optional<std::string> contradiction(const RenderOptions& options) {
-  if (options.all.empty() && isTerminal(options.output)) {
+  const std::string output = outputOf(options);
+  if (options.all.empty() && isTerminal(output)) {
     return "-o -: a picture is not for a terminal; send it to a file or a program";
   }
   const bool several = options.sheet || !options.all.empty();
@@ -106,19 +136,14 @@ std::optional<std::string> contradiction(const RenderOptions& options) {
   if (options.sheet + !options.all.empty() + options.besideSystem + !options.diff.empty() > 1) {
     return "one of --sheet, --all, --beside-system and --diff, not several";
   }
-  if (several && keyboard::namesStates(options.view)) {
-    return "--press, --disable, --shift and --dictation are for one keyboard, not for all of them";
-  }
   if (!options.keys.empty() && (several || compares)) {
     return "--keys tells of one picture; not with --sheet, --all, --beside-system or --diff";
   }
-  if (options.keys == "-" && options.output == "-") {
-    return "the picture or --keys on standard output, not both";
-  }
+  if (options.keys == output) return "the picture or --keys in one place, not both";
   if (options.besideSystem && options.dress.system) {
     return "--beside-system has the system's look already; leave --system out";
   }
-  return std::nullopt;
+  return several ? contradictionOfSeveral(options) : contradictionOfView(options.view);
 }
 
 int run(const RenderOptions& options) {
@@ -151,9 +176,8 @@ void addDressOptions(CLI::App& command, Dress& dress) {
 void addOutputOptions(CLI::App& command, RenderOptions& options) {
   command
       .add_option("-o,--output", options.output,
-                  "The picture to write, a PNG file; - is standard output")
-      ->type_name("FILE")
-      ->capture_default_str();
+                  "The picture to write, a PNG file; - is standard output [keyboard.png]")
+      ->type_name("FILE");
   addChoice(command, "--scale", options.scale, "Pixels a point [2; a sheet 1]", keyboard::kScales);
   command
       .add_option("--keys", options.keys,

@@ -37,23 +37,19 @@ void drawImage(cairo_t* context, const BackgroundImage& image, double scale) {
   cairo_paint(context);
 }
 
-void fillRegion(cairo_t* context, const Fill& fill, const Rect& region, double radius) {
+void fillRegion(cairo_t* context, const Fill& fill, const Rect& region) {
   if (!isDrawable(region)) return;
-  if (radius > 0) {
-    addRoundedRect(context, region, radius);
-  } else {
-    cairo_rectangle(context, region.x, region.y, region.width, region.height);
-  }
+  cairo_rectangle(context, region.x, region.y, region.width, region.height);
   fillPath(context, fill, region);
 }
 
 void fillBackground(cairo_t* context, const Fill& fill, const KeyboardPicture& picture) {
   const double scale = picture.scale;
   if (picture.background_regions.empty()) {
-    fillRegion(context, fill, toPixels({0, 0, picture.size.width, picture.size.height}, scale), 0);
+    fillRegion(context, fill, toPixels({0, 0, picture.size.width, picture.size.height}, scale));
   }
   for (const Rect& region : picture.background_regions) {
-    fillRegion(context, fill, toPixels(region, scale), picture.region_corner_radius_pt * scale);
+    fillRegion(context, fill, toPixels(region, scale));
   }
 }
 

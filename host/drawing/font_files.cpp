@@ -115,11 +115,29 @@ std::optional<FontFile> fromSystemFolder(std::string_view name) {
   return FontFile{std::move(path), 0};
 }
 
+// Where fonts are installed, and nothing of what a user or a machine prefers: a picture follows
+// from what is installed alone.
+constexpr const char* kFontConfiguration = R"(<fontconfig>
+  <dir>/usr/share/fonts</dir>
+  <dir>/usr/local/share/fonts</dir>
+  <cachedir>/var/cache/fontconfig</cachedir>
+</fontconfig>)";
+
+Config loadFonts() {
+  Config config(FcConfigCreate());
+  // Fontconfig's characters are unsigned, its texts ordinary ones.
+  const auto* const text = reinterpret_cast<const FcChar8*>(kFontConfiguration);
+  if (config && FcConfigParseAndLoadFromMemory(config.get(), text, FcTrue)) {
+    FcConfigBuildFonts(config.get());
+  }
+  return config;
+}
+
 }  // namespace
 
 /// What fontconfig knows of the machine, loaded at construction.
 struct FontFiles::Installed {
-  Config config{FcInitLoadConfigAndFonts()};
+  Config config = loadFonts();
 
   FontSet list(const char* property, std::string_view value) const {
     const FontPattern wanted(FcPatternCreate());

@@ -14,7 +14,7 @@
 namespace host::drawing {
 
 /// The longest side of a picture, in pixels.
-inline constexpr int kMaxSide = 8192;
+inline constexpr int kMaxSide = 16384;
 
 /// A vertical linear gradient over the filled shape; flat when both ends are equal.
 struct Fill {
@@ -73,10 +73,9 @@ struct KeyboardPicture {
   double scale = 1;  // pixels a point
   /// None: transparent.
   std::optional<Fill> background;
-  /// What `background` fills, each region from its own top to its own bottom, with the same
-  /// corners. None of them: the whole board.
+  /// What `background` fills, each region from its own top to its own bottom. None of them: the
+  /// whole board.
   std::vector<Rect> background_regions;
-  double region_corner_radius_pt = 0;
   std::vector<BackgroundImage> background_images;  // from the backmost
   std::vector<KeyPicture> keys;                    // in drawing order
   /// Keys that are pixels already, in drawing order, above `keys`. None is null.

@@ -28,11 +28,18 @@ boards::Family deviceFamily() {
   return system::device().interfaceIdiom == 1 ? boards::Family::tablet : boards::Family::phone;
 }
 
+boards::KeyKind kindOf(UIKBTree key) {
+  const boards::Role role = boards::roleOf(key.displayType());
+  const bool isLetter = role == boards::Role::letter;
+  const auto usual = isLetter ? boards::Lettering::character : boards::Lettering::word;
+  const auto* const tree = runtime::as<TreeObject>(key);
+  return {role, tree ? tree->lettering.value_or(usual) : usual};
+}
+
 /// How the system draws `key`, which may be null like its keyplane.
 boards::KeyLook lookOf(UIKBTree key, UIKBTree keyplane) {
-  const auto* const tree = runtime::as<TreeObject>(key);
   const int style = keyplane.visualStyle();
-  return boards::systemKeyLook(tree ? tree->kind : boards::KeyKind(), boards::lookOf(style),
+  return boards::systemKeyLook(kindOf(key), boards::lookOf(style),
                                boards::familyOf(style, deviceFamily()), key.state());
 }
 

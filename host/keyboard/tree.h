@@ -27,7 +27,8 @@ struct TreeObject final : objc_object {
   int displayTypeHint = 0;
   int displayRowHint = 0;
   int state = 0;
-  boards::KeyKind kind;
+  /// None: what keys of its role have by themselves.
+  std::optional<boards::Lettering> lettering;
 };
 
 /// The names that `enumStringForDisplayType` returns for some numbers in place of the system's own.

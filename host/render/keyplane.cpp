@@ -30,7 +30,7 @@ Retained<UIKBTree> makeKey(const boards::PlacedKey& placed, boards::KeyState sta
   object.displayTypeHint = static_cast<int>(placed.key->display_type_hint);
   object.displayRowHint = placed.row_hint;
   object.state = static_cast<int>(state);
-  object.kind = {placed.key->role, boards::letteringOf(*placed.key)};
+  object.lettering = boards::letteringOf(*placed.key);
   return tree;
 }
 

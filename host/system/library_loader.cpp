@@ -21,7 +21,9 @@ std::optional<std::string> loadLibrary(const std::filesystem::path& library) {
       return library.string() + ": undefined symbol: OBJC_CLASS_" + std::string(name);
     }
   }
-  if (dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL)) return std::nullopt;
+  void* const loaded = dlopen(library.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (loaded && dlsym(loaded, "PMLibraryLoad")) return std::nullopt;
+  if (loaded) return library.string() + ": loaded, but it is another library: no PMLibraryLoad";
   const char* const reason = dlerror();
   return reason ? std::string(reason) : library.string() + ": cannot be loaded";
 }

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "command.h"
@@ -195,6 +196,45 @@ TEST_F(RenderReports, BackgroundKeysOfEveryForm) {
     EXPECT_EQ(drawn.at(drawn.width - 1, drawn.height - 1) == kGreen, c.shows) << c.key;
     const json path = c.shows ? json("/var/mobile/Library/Prismal/Themes/x/green.png") : json();
     EXPECT_EQ(report["background"], path) << c.key << " " << c.options;
+  }
+}
+
+/// The number behind a display type's name.
+int displayType(const json& name) {
+  constexpr std::string_view kTypes[] = {"Letter",  "Shift", "Delete",        "Space",
+                                         "Return",  "More",  "International", "Dictation",
+                                         "Dismiss", "Undo",  "Redo"};
+  return static_cast<int>(std::ranges::find(kTypes, name.get<std::string>()) - kTypes);
+}
+
+TEST_F(RenderReports, TraitsAreThoseOfReplay) {
+  for (const std::string options :
+       {"--press g --disable Delete-Key --dictation-key yes", "--device tablet --shift locked",
+        "--device tablet-split --style alert --keyplane numbers"}) {
+    const std::string theme = green("iPad-Standard", "DisplayType=Shift;ControlState=7");
+    const json report = draw(theme, options, "x");
+    json steps = json::array({{{"do", "load"}}});
+    for (const json& key : report["keys"]) {
+      steps.push_back({{"do", "traits"},
+                       {"key",
+                        {{"name", key["name"]},
+                         {"displayType", displayType(key["displayType"])},
+                         {"displayTypeHint", key["displayTypeHint"]},
+                         {"displayRowHint", key["displayRowHint"]},
+                         {"state", key["state"]}}},
+                       {"keyplane", {{"visualStyle", report["visualStyle"]}}},
+                       {"expect", {{"result", key["traits"]}}}});
+    }
+    const json merged = {{"text", "<dict>" + theme + "</dict>"}};
+    write(
+        "traits.json",
+        json(
+            {{"files",
+              {{"/var/mobile/Library/Preferences/net.quillon.prismal.mergedThemes.plist", merged}}},
+             {"steps", steps}})
+            .dump());
+    const Outcome replayed = prismal("replay --quiet traits.json");
+    EXPECT_EQ(replayed.status, 0) << options << replayed.output;
   }
 }
 

@@ -58,23 +58,6 @@ host::render::KeyplaneChoice choose(const ViewOptions& options, std::string_view
   return choice;
 }
 
-/// A board held one way, with all that it can show.
-struct Series {
-  std::string_view board;
-  boards::Orientation orientation;
-};
-
-constexpr Series kSeries[] = {
-    {"Phone-3.5-Inch", boards::Orientation::portrait},
-    {"Phone-3.5-Inch", boards::Orientation::landscape},
-    {"Phone-4-Inch", boards::Orientation::portrait},
-    {"Phone-4-Inch", boards::Orientation::landscape},
-    {"Tablet", boards::Orientation::portrait},
-    {"Tablet", boards::Orientation::landscape},
-    {"Tablet-Split", boards::Orientation::portrait},
-    {"Tablet-Split", boards::Orientation::landscape},
-};
-
 template <class Value>
 bool isOpen(const std::optional<Value>& wanted, const Value& value) {
   return !wanted || *wanted == value;
@@ -95,21 +78,23 @@ View viewOf(const ViewOptions& options) {
 
 std::vector<View> everyView(const ViewOptions& options) {
   std::vector<View> views;
-  for (const Series& series : kSeries) {
-    if (!isOpen(options.device, series.board)) continue;
-    if (!isOpen(options.orientation, series.orientation)) continue;
-    for (const auto& style : kStyles) {
-      if (!isOpen(options.style, style.value)) continue;
-      const auto add = [&](boards::Plane plane, bool dictation) {
-        View view;
-        view.keyplane = choose(options, series.board, series.orientation, style.value, plane);
-        view.dictation = dictation;
-        views.push_back(std::move(view));
-      };
-      for (const auto& plane : kPlanes) {
-        if (isOpen(options.plane, plane.value)) add(plane.value, false);
+  const auto add = [&](auto... choice) {
+    views.emplace_back().keyplane = choose(options, choice...);
+  };
+  for (const auto& [device, board] : kDevices) {
+    for (const auto& [side, orientation] : kOrientations) {
+      for (const auto& [style, look] : kStyles) {
+        if (!isOpen(options.device, board) || !isOpen(options.orientation, orientation) ||
+            !isOpen(options.style, look)) {
+          continue;
+        }
+        for (const auto& [name, plane] : kPlanes) {
+          if (isOpen(options.plane, plane)) add(board, orientation, look, plane);
+        }
+        if (options.plane) continue;
+        add(board, orientation, look, boards::Plane::small_letters);
+        views.back().dictation = true;
       }
-      if (!options.plane) add(boards::Plane::small_letters, true);
     }
   }
   return views;

@@ -33,10 +33,13 @@ Result<Pair> drawPair(const Dress& dress, const Dress& other, const View& view, 
   return Pair{*std::move(one), *std::move(second)};
 }
 
-/// What to call what is drawn.
-std::string nameOf(const Dress& dress) {
+/// What to call what is drawn beside `other`: a theme by its name, unless both have the same.
+std::string nameOf(const Dress& dress, const Dress& other) {
   if (dress.system) return "system";
-  return dress.theme.empty() ? "installed" : theme::themeName(dress.theme);
+  if (dress.theme.empty()) return "installed";
+  std::string name = theme::themeName(dress.theme);
+  const bool isOthers = !other.theme.empty() && name == theme::themeName(other.theme);
+  return isOthers ? dress.theme : name;
 }
 
 }  // namespace
@@ -48,7 +51,7 @@ Result<Bitmap> drawBesideSystem(const Dress& dress, const View& view, double sca
   const auto pair = drawPair(dress, plain, view, scale);
   if (!pair) return pair.failure();
   const Bitmap pictures[] = {pair->one, pair->other};
-  const std::string captions[] = {nameOf(dress), nameOf(plain)};
+  const std::string captions[] = {nameOf(dress, plain), nameOf(plain, dress)};
   return sideBySide(pictures, captions, scale);
 }
 
@@ -62,7 +65,7 @@ Result<Compared> drawDifference(const Dress& dress, const std::string& otherThem
   if (!pair) return pair.failure();
   Difference difference = differenceOf(pair->one, pair->other);
   const Bitmap pictures[] = {pair->one, pair->other, std::move(difference.marked)};
-  const std::string captions[] = {nameOf(dress), nameOf(other), "what differs"};
+  const std::string captions[] = {nameOf(dress, other), nameOf(other, dress), "what differs"};
   return Compared{sideBySide(pictures, captions, scale), difference.pixels};
 }
 

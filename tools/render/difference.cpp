@@ -24,27 +24,12 @@ Difference differenceOf(const Bitmap& one, const Bitmap& other) {
   Difference difference;
   difference.marked = one;
   difference.marked.opaque = true;
-  int left = one.width;
-  int top = one.height;
-  int right = 0;
-  int bottom = 0;
-  for (int y = 0; y < one.height; ++y) {
-    Pixel* const marked = difference.marked.row(y);
-    for (int x = 0; x < one.width; ++x) {
-      const bool differs = one.at(x, y) != other.at(x, y);
-      marked[x] = differs ? kMark : pale(one.at(x, y));
-      if (!differs) continue;
-      ++difference.pixels;
-      left = std::min(left, x);
-      top = std::min(top, y);
-      right = std::max(right, x + 1);
-      bottom = std::max(bottom, y + 1);
-    }
-  }
-  if (difference.pixels > 0) {
-    difference.bounds = {static_cast<double>(left), static_cast<double>(top),
-                         static_cast<double>(right - left), static_cast<double>(bottom - top)};
-  }
+  const auto mark = [&](Pixel a, Pixel b) {
+    if (a == b) return pale(a);
+    ++difference.pixels;
+    return kMark;
+  };
+  std::ranges::transform(one.pixels, other.pixels, difference.marked.pixels.begin(), mark);
   return difference;
 }
 

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 
-#include "host/drawing/plain.h"
 #include "host/images/bitmap.h"
 
 namespace tools::render {
@@ -10,8 +9,6 @@ namespace tools::render {
 /// What differs between two pictures of one size.
 struct Difference {
   std::size_t pixels = 0;
-  /// The smallest rectangle around all of them, in pixels; empty when there is none.
-  host::drawing::Rect bounds;
   /// The first picture, pale and without colour, with every pixel that differs marked.
   host::images::Bitmap marked;
 };

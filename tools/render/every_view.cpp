@@ -1,5 +1,6 @@
 #include "render/every_view.h"
 
+#include <atomic>
 #include <cerrno>
 #include <functional>
 #include <string>
@@ -27,27 +28,27 @@ using keyboard::View;
 
 namespace {
 
-/// Shows all of `views`, which name no keys that could be missing.
-std::vector<ShownView> showAll(std::span<const View> views, double scale) {
-  host::drawing::Fonts fonts;
+/// Shows all of `views`, which name no keys that could be missing, one after the other, then draws
+/// all and hands each picture, or none if it can't be drawn, to `take` on the thread that drew it.
+Result<host::files::Done> drawAll(
+    std::span<const View> views, double scale, bool quiet,
+    const std::function<void(std::size_t, const std::optional<Bitmap>&)>& take) {
+  ProgressBar bar(2 * views.size(), quiet);
   std::vector<ShownView> shown;
+  host::drawing::Fonts fontsOfKeys;
   for (const View& view : views) {
-    if (auto one = keyboard::showView(view, scale, fonts)) shown.push_back(*std::move(one));
+    auto one = keyboard::showView(view, scale, fontsOfKeys);
+    if (!one) return one.failure();
+    shown.push_back(*std::move(one));
+    bar.show(shown.size());
   }
-  return shown;
-}
-
-/// Draws each of `shown` and hands it, or none if it can't be drawn, to `take` on the thread that
-/// drew it.
-void drawAll(const std::vector<ShownView>& shown, bool quiet,
-             const std::function<void(std::size_t, const std::optional<Bitmap>&)>& take) {
-  ProgressBar bar(shown.size(), quiet);
   inParallel(
       shown.size(),
       [&](std::size_t i, host::drawing::Fonts& fonts) {
         take(i, host::drawing::draw(shown[i].picture, fonts));
       },
-      [&](std::size_t done) { bar.show(done); });
+      [&](std::size_t done) { bar.show(shown.size() + done); });
+  return host::files::Done();
 }
 
 std::string fileNameOf(const View& view) {
@@ -60,12 +61,16 @@ std::string fileNameOf(const View& view) {
 
 Result<Bitmap> drawSheet(std::span<const View> views, double scale, bool quiet) {
   SheetPlan plan = planSheet(views);
-  const auto shown = showAll(views, scale);
   Canvas canvas(plan.size, scale, std::move(plan.cells));
-  if (!canvas.bitmap().isValid()) return Failure(ENOMEM, "the sheet is too large to be drawn");
-  drawAll(shown, quiet, [&](std::size_t i, const std::optional<Bitmap>& picture) {
-    if (picture) canvas.put(i, *picture);
-  });
+  if (!canvas.bitmap().isValid()) {
+    return Failure(ENOMEM, "the sheet is too large to be drawn; narrow it, or take --scale 1");
+  }
+  std::atomic<bool> isWhole = true;
+  const auto lay = [&](std::size_t i, const std::optional<Bitmap>& picture) {
+    picture ? canvas.put(i, *picture) : isWhole.store(false);
+  };
+  if (const auto drawn = drawAll(views, scale, quiet, lay); !drawn) return drawn.failure();
+  if (!isWhole) return Failure(ENOMEM, "a picture of the sheet can't be drawn");
   return canvas.take();
 }
 
@@ -74,14 +79,14 @@ std::optional<Failure> drawFiles(std::span<const View> views, double scale,
   std::error_code error;
   fs::create_directories(directory, error);
   if (error) return Failure(error.value(), directory.string() + ": " + error.message());
-  const auto shown = showAll(views, scale);
   std::vector<std::optional<Failure>> failures(views.size());
-  drawAll(shown, quiet, [&](std::size_t i, const std::optional<Bitmap>& picture) {
+  const auto write = [&](std::size_t i, const std::optional<Bitmap>& picture) {
     const fs::path path = directory / fileNameOf(views[i]);
     const auto written = picture ? writeOutput(path, host::images::encodePng(*picture))
                                  : Result<host::files::Done>(Failure(ENOMEM));
     if (!written) failures[i] = Failure(EIO, path.string() + ": " + written.reason());
-  });
+  };
+  if (const auto drawn = drawAll(views, scale, quiet, write); !drawn) return drawn.failure();
   for (auto& failure : failures) {
     if (failure) return std::move(failure);
   }

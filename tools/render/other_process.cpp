@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
 #include <optional>
 #include <string>
 #include <sys/wait.h>
@@ -21,9 +22,10 @@ namespace {
 
 /// What goes before the pixels, or before the text of the reason why there are none.
 struct Header {
+  bool isPicture = false;
+  bool opaque = false;
   std::int32_t width = 0;
   std::int32_t height = 0;
-  bool opaque = false;
   std::uint32_t reason_size = 0;
 };
 
@@ -60,7 +62,7 @@ void send(int fd, const Result<Bitmap>& picture) {
     }
     return;
   }
-  header = {picture->width, picture->height, picture->opaque, 0};
+  header = {true, picture->opaque, picture->width, picture->height, 0};
   if (writeAll(fd, &header, sizeof header)) {
     writeAll(fd, picture->pixels.data(), picture->pixels.size() * sizeof(host::images::Pixel));
   }
@@ -72,6 +74,8 @@ void drawAndSend(const OtherProcess::Draw& draw, int fd) {
     send(fd, draw());
   } catch (const std::exception& error) {
     send(fd, Failure(EINVAL, error.what()));
+  } catch (...) {
+    send(fd, Failure(EINVAL, "failed for an unknown reason"));
   }
 }
 
@@ -79,7 +83,7 @@ void drawAndSend(const OtherProcess::Draw& draw, int fd) {
 std::optional<Result<Bitmap>> receive(int fd) {
   Header header;
   if (!readAll(fd, &header, sizeof header)) return std::nullopt;
-  if (header.reason_size > 0) {
+  if (!header.isPicture) {
     std::string reason(header.reason_size, '\0');
     if (!readAll(fd, reason.data(), reason.size())) return std::nullopt;
     return Failure(EINVAL, std::move(reason));
@@ -100,12 +104,14 @@ std::optional<Result<Bitmap>> receive(int fd) {
 
 Result<OtherProcess> OtherProcess::start(const Draw& draw) {
   std::array<int, 2> ends{};
-  if (pipe(ends.data()) != 0) return host::files::lastFailure();
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) return host::files::lastFailure();
   Descriptor reading(ends[0]);
   const Descriptor writing(ends[1]);
   const pid_t process = fork();
   if (process < 0) return host::files::lastFailure();
   if (process == 0) {
+    // Else it would wait for itself to read, should the other process have given up.
+    reading = Descriptor();
     drawAndSend(draw, writing.get());
     std::fflush(stderr);
     _exit(0);

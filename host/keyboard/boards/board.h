@@ -44,6 +44,28 @@ struct Key {
   Presence presence = Presence::always;
 };
 
+/// The role of keys of display type `number`; that of letters for a number that is none.
+constexpr Role roleOf(int number) {
+  switch (static_cast<DisplayType>(number)) {
+    case DisplayType::letter:
+      return Role::letter;
+    case DisplayType::space:
+      return Role::space;
+    case DisplayType::return_key:
+      return Role::return_key;
+    case DisplayType::shift:
+    case DisplayType::delete_left:
+    case DisplayType::more:
+    case DisplayType::international:
+    case DisplayType::dictation:
+    case DisplayType::dismiss:
+    case DisplayType::undo:
+    case DisplayType::redo:
+      return Role::function;
+  }
+  return Role::letter;
+}
+
 constexpr Lettering letteringOf(const Key& key) {
   if (key.shape != Shape::text) return Lettering::symbol;
   if (key.role != Role::letter) return Lettering::word;

@@ -85,13 +85,23 @@ constexpr bool shows(const Board& board, int visual_style) {
   return has(styles.portrait) || has(styles.landscape) || styles.alert == visual_style;
 }
 
+/// Whoever knows a key by what it answers, its display type, knows its role too.
+constexpr bool rolesFollowTypes(const Keyplane& keyplane) {
+  return std::ranges::all_of(keyplane.rows, [](const Row& row) {
+    return std::ranges::all_of(row.keys, [](const Key& key) {
+      return key.role == roleOf(static_cast<int>(key.display_type));
+    });
+  });
+}
+
 constexpr bool isSound(const Board& board) {
   int expected = 0;
   return !board.name.empty() && board.keyplanes.size() == 4 &&
          std::ranges::all_of(board.keyplanes, [&](const Keyplane& keyplane) {
            return static_cast<int>(keyplane.plane) == expected++ && namesAreUnique(keyplane) &&
                   everyKeyShowsSomething(keyplane) && rowsAreCounted(keyplane) &&
-                  metricsHold(board.portrait, keyplane) && metricsHold(board.landscape, keyplane);
+                  rolesFollowTypes(keyplane) && metricsHold(board.portrait, keyplane) &&
+                  metricsHold(board.landscape, keyplane);
          });
 }
 
