@@ -18,12 +18,20 @@ ImageObject::ImageObject(platform::Retained<platform::CGImageRef> pixels, double
 
 namespace {
 
+std::function<void(std::string_view, std::string_view)>& brokenPictureEcho() {
+  static std::function<void(std::string_view, std::string_view)> echo;
+  return echo;
+}
+
 /// Null when the bytes are no picture.
 platform::Retained<platform::CGImageRef> decode(platform::NSData data) {
   const auto* const file = runtime::as<system::DataObject>(data);
   if (!file) return {};
   auto decoded = images::decode(file->bytes);
-  if (!decoded) return {};
+  if (!decoded) {
+    if (const auto& echo = brokenPictureEcho()) echo(file->path, decoded.reason);
+    return {};
+  }
   return runtime::makeRetained<platform::CGImageRef, BitmapObject>(std::move(*decoded.bitmap),
                                                                    file->path);
 }
@@ -35,6 +43,10 @@ platform::Retained<platform::UIImage> makeImage(platform::Retained<platform::CGI
 }
 
 }  // namespace
+
+void setBrokenPictureEcho(std::function<void(std::string_view, std::string_view)> echo) {
+  brokenPictureEcho() = std::move(echo);
+}
 
 }  // namespace host::views
 

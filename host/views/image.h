@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "host/images/bitmap.h"
 #include "host/runtime/object.h"
@@ -15,6 +17,10 @@ struct BitmapObject final : objc_object {
   images::Bitmap bitmap;
   std::string path;
 };
+
+/// Who is told, for people, of a file that was taken for a picture and is none: its device path and
+/// why. None at first. Main thread only.
+void setBrokenPictureEcho(std::function<void(std::string_view path, std::string_view reason)> echo);
 
 /// A bitmap for a scale, in pixels a point.
 struct ImageObject final : objc_object {

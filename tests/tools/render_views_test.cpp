@@ -81,6 +81,18 @@ TEST_F(RenderViews, SideBySideAndWhatDiffers) {
   EXPECT_FALSE(fs::exists(folder() / "never.png"));
 }
 
+TEST_F(RenderViews, TellsOfPicturesThatAreNone) {
+  write("T.theme/theme.plist",
+        "<dict><key>BackgroundImages</key><dict><key>Portrait</key><string>p.png</string></dict>"
+        "</dict>");
+  write("T.theme/p.png", "not a picture");
+  const std::string line = "/var/mobile/Library/Prismal/Themes/T/p.png: Neither PNG nor JPEG\n";
+  EXPECT_NE(prismal("render T.theme -o x.png").output.find("\n" + line), std::string::npos);
+  const Outcome compared = prismal("render red.plist --diff T.theme -o x.png");
+  EXPECT_NE(compared.output.find("\nT: " + line), std::string::npos) << compared.output;
+  EXPECT_NE(compared.output.find("red: PM: Enabled(1)\n"), std::string::npos) << compared.output;
+}
+
 TEST_F(RenderViews, SettingsOfTheUser) {
   write("mine.png", host::images::encodePng(host::images::solid(4, 4, 0, 0xff, 0, 0xff)));
   const auto settings = [](const std::string& more) {

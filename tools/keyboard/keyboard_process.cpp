@@ -2,6 +2,8 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <functional>
+#include <memory>
 #include <set>
 #include <string_view>
 #include <utility>
@@ -14,6 +16,7 @@
 #include "host/system/log.h"
 #include "host/system/notification_center.h"
 #include "host/system/process.h"
+#include "host/views/image.h"
 #include "theme/settings_source.h"
 #include "theme/theme_source.h"
 
@@ -54,11 +57,28 @@ std::optional<Failure> contradiction(const Dress& dress) {
   return std::nullopt;
 }
 
-void tell(const std::vector<std::string>& missingPictures, const Dress& dress) {
-  if (dress.quiet) return;
-  for (const std::string& picture : missingPictures) {
-    std::fprintf(stderr, "%s\n", picture.c_str());
+/// What is told for people goes to standard error, each line once: the library tells of a broken
+/// rule for every key.
+class Teller {
+ public:
+  explicit Teller(const Dress& dress) : quiet_(dress.quiet), prefix_(dress.told_as) {
+    if (!prefix_.empty()) prefix_ += ": ";
   }
+  void operator()(std::string_view line) {
+    if (quiet_ || !told_->emplace(line).second) return;
+    std::fprintf(stderr, "%s%.*s\n", prefix_.c_str(), static_cast<int>(line.size()), line.data());
+  }
+
+ private:
+  bool quiet_;
+  std::string prefix_;
+  std::shared_ptr<std::set<std::string, std::less<>>> told_ =
+      std::make_shared<std::set<std::string, std::less<>>>();
+};
+
+void tell(const std::vector<std::string>& missingPictures, const Dress& dress) {
+  Teller tellOne(dress);
+  for (const std::string& picture : missingPictures) tellOne(picture);
 }
 
 Result<Done> putOn(const DeviceRoot& device, const Dress& dress) {
@@ -76,14 +96,10 @@ Result<Done> putOn(const DeviceRoot& device, const Dress& dress) {
 }
 
 void startHost(DeviceRoot root, const Dress& dress, double scale) {
-  if (!dress.quiet) {
-    // The library tells of a broken rule for every key; once is enough for a person.
-    host::system::setLogEcho(
-        [told = std::set<std::string, std::less<>>()](std::string_view line) mutable {
-          if (!told.emplace(line).second) return;
-          std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
-        });
-  }
+  host::system::setLogEcho(Teller(dress));
+  host::views::setBrokenPictureEcho([tell = Teller(dress)](auto path, auto reason) mutable {
+    tell(std::string(path).append(": ").append(reason));
+  });
   host::system::startProcess(std::move(root), kBundleIdentifier);
   host::system::setDevice({.screenScale = scale, .interfaceIdiom = 0, .systemVersion = "7.0.4"});
   host::keyboard::defineKeyboardClasses({}, {});

@@ -22,17 +22,6 @@ struct Pair {
   Bitmap other;
 };
 
-/// The same view in two dresses, drawn at the same time.
-Result<Pair> drawPair(const Dress& dress, const Dress& other, const View& view, double scale) {
-  auto process = OtherProcess::start([&] { return drawView(other, view, scale); });
-  if (!process) return process.failure();
-  auto one = drawView(dress, view, scale);
-  if (!one) return one.failure();
-  auto second = process->picture();
-  if (!second) return second.failure();
-  return Pair{*std::move(one), *std::move(second)};
-}
-
 /// What to call what is drawn beside `other`: a theme by its name, unless both have the same.
 std::string nameOf(const Dress& dress, const Dress& other) {
   if (dress.system) return "system";
@@ -40,6 +29,19 @@ std::string nameOf(const Dress& dress, const Dress& other) {
   std::string name = theme::themeName(dress.theme);
   const bool isOthers = !other.theme.empty() && name == theme::themeName(other.theme);
   return isOthers ? dress.theme : name;
+}
+
+/// The same view in two dresses, drawn at the same time.
+Result<Pair> drawPair(Dress dress, Dress other, const View& view, double scale) {
+  dress.told_as = nameOf(dress, other);
+  other.told_as = nameOf(other, dress);
+  auto process = OtherProcess::start([&] { return drawView(other, view, scale); });
+  if (!process) return process.failure();
+  auto one = drawView(dress, view, scale);
+  if (!one) return one.failure();
+  auto second = process->picture();
+  if (!second) return second.failure();
+  return Pair{*std::move(one), *std::move(second)};
 }
 
 }  // namespace
