@@ -1,6 +1,7 @@
 #include "styles/condition.h"
 
 #include <concepts>
+#include <optional>
 
 #include "support/leading_integer.h"
 
@@ -8,31 +9,11 @@ namespace prismal {
 
 namespace {
 
-struct NamedSubject {
-  std::string_view prefix;
-  ConditionSubject subject;
-};
-
-// The hint first, as the keyboard's own order has it; no prefix is the start of another one.
-constexpr NamedSubject kSubjects[] = {
-    {"DisplayTypeHint=", ConditionSubject::kDisplayTypeHint},
-    {"DisplayType=", ConditionSubject::kDisplayType},
-    {"ControlState=", ConditionSubject::kControlState},
-    {"Row=", ConditionSubject::kRow},
-    {"KeyName=", ConditionSubject::kKeyName},
-};
-
-/// A term taken apart.
-struct Term {
-  ConditionSubject subject = ConditionSubject::kNothing;
-  std::string_view values;
-};
-
-constexpr Term takeApart(std::string_view term) {
-  for (const auto& [prefix, subject] : kSubjects) {
-    if (term.starts_with(prefix)) return {subject, term.substr(prefix.size())};
-  }
-  return {};
+/// The value list of `term` when it begins with `prefix`, else none.
+constexpr std::optional<std::string_view> valuesAfter(std::string_view prefix,
+                                                      std::string_view term) {
+  if (!term.starts_with(prefix)) return std::nullopt;
+  return term.substr(prefix.size());
 }
 
 /// Whether `fits` accepts one of the comma-separated values, taken in order; empty values count.
@@ -56,22 +37,32 @@ constexpr bool equalWithoutHyphens(std::string_view value, std::string_view text
   return text.empty();
 }
 
-bool holds(const Term& term, const KeyIdentity& key, int controlState) {
-  const auto any = [&](auto fits) { return anyValue(term.values, fits); };
-  switch (term.subject) {
-    case ConditionSubject::kDisplayTypeHint:
-      return any([&](auto value) { return value == key.displayTypeHint(); });
-    case ConditionSubject::kDisplayType:
-      return any([&](auto value) { return equalWithoutHyphens(value, key.displayType()); });
-    case ConditionSubject::kControlState:
-      return any([&](auto value) { return leadingInteger(value) == controlState; });
-    case ConditionSubject::kRow:
-      return any([&](auto value) { return value == key.row(); });
-    case ConditionSubject::kKeyName:
-      return any([&](auto value) { return key.name() == value; });
-    case ConditionSubject::kNothing:
-      break;
+/// Whether a term holds; `subject` becomes what it tests.
+bool termHolds(std::string_view term, const KeyIdentity& key, int controlState,
+               ConditionSubject& subject) {
+  // The hint first, as the keyboard's own order has it; no prefix is the start of another one.
+  if (const auto values = valuesAfter("DisplayTypeHint=", term)) {
+    subject = ConditionSubject::kDisplayTypeHint;
+    return anyValue(*values, [&](auto value) { return value == key.displayTypeHint(); });
   }
+  if (const auto values = valuesAfter("DisplayType=", term)) {
+    subject = ConditionSubject::kDisplayType;
+    return anyValue(*values,
+                    [&](auto value) { return equalWithoutHyphens(value, key.displayType()); });
+  }
+  if (const auto values = valuesAfter("ControlState=", term)) {
+    subject = ConditionSubject::kControlState;
+    return anyValue(*values, [&](auto value) { return leadingInteger(value) == controlState; });
+  }
+  if (const auto values = valuesAfter("Row=", term)) {
+    subject = ConditionSubject::kRow;
+    return anyValue(*values, [&](auto value) { return value == key.row(); });
+  }
+  if (const auto values = valuesAfter("KeyName=", term)) {
+    subject = ConditionSubject::kKeyName;
+    return anyValue(*values, [&](auto value) { return key.name() == value; });
+  }
+  subject = ConditionSubject::kNothing;
   return false;
 }
 
@@ -81,10 +72,10 @@ std::optional<FailedTerm> PMStyleConditionFailure(std::string_view condition,
                                                   const KeyIdentity& key, int controlState) {
   for (;;) {
     const auto semicolon = condition.find(';');
-    const auto text = condition.substr(0, semicolon);
-    if (text == "*") return std::nullopt;
-    const Term term = takeApart(text);
-    if (!holds(term, key, controlState)) return FailedTerm{text, term.subject};
+    const auto term = condition.substr(0, semicolon);
+    if (term == "*") return std::nullopt;
+    ConditionSubject subject = ConditionSubject::kNothing;
+    if (!termHolds(term, key, controlState, subject)) return FailedTerm{term, subject};
     if (semicolon == std::string_view::npos) return std::nullopt;
     condition.remove_prefix(semicolon + 1);
   }
