@@ -6,6 +6,7 @@
 #include <string>
 
 #include "exit_status.h"
+#include "explain.h"
 #include "keys.h"
 #include "names.h"
 #include "render.h"
@@ -36,6 +37,7 @@ int run(int argc, char** argv) {
   tools::addRenderCommand(app, status);
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
+  tools::addExplainCommand(app, status);
   tools::addReplayCommand(app, status);
   refuseEmptyValues(app);
   try {

@@ -10,6 +10,7 @@
 #include "choice_option.h"
 #include "exit_status.h"
 #include "host/images/encode.h"
+#include "keyboard/dress_options.h"
 #include "keyboard/keyboard_process.h"
 #include "keyboard/view.h"
 #include "keyboard/words.h"
@@ -154,25 +155,6 @@ int run(const RenderOptions& options) {
   return drawPicture(options);
 }
 
-void addDressOptions(CLI::App& command, Dress& dress) {
-  command.add_option("THEME", dress.theme,
-                     "A theme folder, or a property-list file of the merged form; without it, what "
-                     "is installed on the device");
-  command.add_flag("--system", dress.system, "The plain system keyboard, the library not loaded");
-  command.add_option("--device-root", dress.device_root,
-                     "The device to draw, in place of $XDG_DATA_HOME/prismal/device "
-                     "(~/.local/share/prismal/device)");
-  command
-      .add_option("--settings", dress.settings,
-                  "A settings file for the THEME; relative paths of pictures in it are relative to "
-                  "its folder")
-      ->type_name("FILE");
-  command.add_option("--library", dress.library,
-                     "The library to load, in place of the one that came with this program");
-  command.add_flag("--quiet", dress.quiet,
-                   "Don't show the lines that the library logs, nor which pictures are missing");
-}
-
 void addOutputOptions(CLI::App& command, RenderOptions& options) {
   command
       .add_option("-o,--output", options.output,
@@ -203,7 +185,9 @@ void addRenderCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<RenderOptions>();
   options->dress.library = libraryPath();
   CLI::App* const command = app.add_subcommand("render", "Draw the keyboard with a theme");
-  addDressOptions(*command, options->dress);
+  command->add_flag("--system", options->dress.system,
+                    "The plain system keyboard, the library not loaded");
+  keyboard::addDressOptions(*command, options->dress);
   keyboard::addKeyplaneOptions(*command, options->view);
   keyboard::addStateOptions(*command, options->view);
   addOutputOptions(*command, *options);

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "backgrounds/background_image.h"
+#include "backgrounds/background_keys.h"
 #include "backgrounds/layout_variant.h"
-#include "support/fixed_text.h"
 #include "support/process_lifetime.h"
 #include "support/string_map.h"
 
@@ -14,9 +14,6 @@ using platform::Retained;
 using platform::UIImage;
 
 namespace {
-
-/// Holds a key of orientation, visual style, two numbers and three semicolons.
-using BackgroundKey = FixedText<96>;
 
 /// Images by background key. A null image says: it is known that there is none.
 using ImageTable = StringMap<Retained<UIImage>>;
@@ -50,8 +47,7 @@ UIImage PMGetKeyboardBackgroundImage(platform::UIKBTree keyplane, std::string_vi
                                      std::string_view visualStyle, PMKeyplaneIndex index) {
   const std::uint64_t variant = PMGetLayoutVariant(keyplane);
   const auto number = static_cast<std::uint64_t>(index);
-  BackgroundKey fullKey;
-  fullKey << orientation << ";" << visualStyle << ";" << number << ";" << variant;
+  const BackgroundKey fullKey = fullBackgroundKey(orientation, visualStyle, number, variant);
   ImageTable& answers = fullNameCache();
   if (const auto known = answers.find(fullKey.view()); known != answers.end()) {
     return known->second.get();
@@ -63,18 +59,13 @@ UIImage PMGetKeyboardBackgroundImage(platform::UIKBTree keyplane, std::string_vi
 Retained<UIImage> _PMGetBackgroundImage(std::string_view orientation, std::string_view visualStyle,
                                         std::string_view fullKey, std::uint64_t index,
                                         std::uint64_t variant) {
-  BackgroundKey twoFields;
-  twoFields << orientation << ";" << visualStyle;
-  BackgroundKey threeFields = twoFields;
-  threeFields << ";" << index;
-  for (const std::uint64_t fallback : VariantFallbacks(variant)) {
-    BackgroundKey key;
-    if (fallback != variant) key << threeFields.view() << ";" << fallback;
-    if (auto image = loadBackgroundImage(fallback == variant ? fullKey : key.view())) return image;
+  const BackgroundKeys keys(orientation, visualStyle, fullKey, index, variant);
+  for (const BackgroundKey& key : keys.withVariant()) {
+    if (auto image = loadBackgroundImage(key.view())) return image;
   }
-  if (auto image = sharedImage(threeFields.view(), Miss::kForget)) return image;
-  if (auto image = sharedImage(twoFields.view(), Miss::kForget)) return image;
-  return sharedImage(orientation, Miss::kRemember);
+  if (auto image = sharedImage(keys.threeFields().view(), Miss::kForget)) return image;
+  if (auto image = sharedImage(keys.twoFields().view(), Miss::kForget)) return image;
+  return sharedImage(keys.oneField().view(), Miss::kRemember);
 }
 
 }  // namespace prismal

@@ -1,7 +1,6 @@
 #include "styles/condition.h"
 
 #include <concepts>
-#include <cstddef>
 #include <optional>
 
 #include "support/leading_integer.h"
@@ -38,36 +37,46 @@ constexpr bool equalWithoutHyphens(std::string_view value, std::string_view text
   return text.empty();
 }
 
-bool termHolds(std::string_view term, const KeyIdentity& key, int controlState) {
+/// Whether a term holds; `subject` becomes what it tests.
+bool termHolds(std::string_view term, const KeyIdentity& key, int controlState,
+               ConditionSubject& subject) {
   // The hint first, as the keyboard's own order has it; no prefix is the start of another one.
   if (const auto values = valuesAfter("DisplayTypeHint=", term)) {
+    subject = ConditionSubject::kDisplayTypeHint;
     return anyValue(*values, [&](auto value) { return value == key.displayTypeHint(); });
   }
   if (const auto values = valuesAfter("DisplayType=", term)) {
+    subject = ConditionSubject::kDisplayType;
     return anyValue(*values,
                     [&](auto value) { return equalWithoutHyphens(value, key.displayType()); });
   }
   if (const auto values = valuesAfter("ControlState=", term)) {
+    subject = ConditionSubject::kControlState;
     return anyValue(*values, [&](auto value) { return leadingInteger(value) == controlState; });
   }
   if (const auto values = valuesAfter("Row=", term)) {
+    subject = ConditionSubject::kRow;
     return anyValue(*values, [&](auto value) { return value == key.row(); });
   }
   if (const auto values = valuesAfter("KeyName=", term)) {
+    subject = ConditionSubject::kKeyName;
     return anyValue(*values, [&](auto value) { return key.name() == value; });
   }
+  subject = ConditionSubject::kNothing;
   return false;
 }
 
 }  // namespace
 
-bool PMStyleConditionMatches(std::string_view condition, const KeyIdentity& key, int controlState) {
+std::optional<FailedTerm> PMStyleConditionFailure(std::string_view condition,
+                                                  const KeyIdentity& key, int controlState) {
   for (;;) {
     const auto semicolon = condition.find(';');
     const auto term = condition.substr(0, semicolon);
-    if (term == "*") return true;
-    if (!termHolds(term, key, controlState)) return false;
-    if (semicolon == std::string_view::npos) return true;
+    if (term == "*") return std::nullopt;
+    ConditionSubject subject = ConditionSubject::kNothing;
+    if (!termHolds(term, key, controlState, subject)) return FailedTerm{term, subject};
+    if (semicolon == std::string_view::npos) return std::nullopt;
     condition.remove_prefix(semicolon + 1);
   }
 }

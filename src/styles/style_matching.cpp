@@ -1,41 +1,29 @@
 #include "styles/style_matching.h"
 
 #include "platform/foundation.h"
-#include "styles/condition.h"
 
 namespace prismal {
 
 using platform::NSLog;
 using platform::PropertyListView;
 
-namespace {
-
-/// The style of `rule` when the rule is well formed and holds for the key, else null.
-PropertyListView matchingStyle(PropertyListView rule, const KeyIdentity& key, int controlState) {
+RuleVerdict PMJudgeRule(PropertyListView rule, const KeyIdentity& key, int controlState) {
   if (!rule.isArray()) {
-    NSLog("PM: Style must be the pair of condition and dictionary - Not Array");
-    return {};
+    return {.message = "PM: Style must be the pair of condition and dictionary - Not Array"};
   }
   const auto pair = rule.items();
   if (pair.size() != 2) {
-    NSLog("PM: Style must be the pair of condition and dictionary - Not count 2");
-    return {};
+    return {.message = "PM: Style must be the pair of condition and dictionary - Not count 2"};
   }
   const auto condition = pair[0].string();
-  if (!condition) {
-    NSLog("PM: Style condition must be string.");
-    return {};
-  }
+  if (!condition) return {.message = "PM: Style condition must be string."};
   // The value is looked at last: what is wrong with a rule that doesn't hold is not told.
-  if (!PMStyleConditionMatches(*condition, key, controlState)) return {};
-  if (!pair[1].isDictionary()) {
-    NSLog("PM: Style value must be dictionary.");
-    return {};
+  if (const auto failure = PMStyleConditionFailure(*condition, key, controlState)) {
+    return {.failure = failure};
   }
-  return pair[1];
+  if (!pair[1].isDictionary()) return {.message = "PM: Style value must be dictionary."};
+  return {.style = pair[1]};
 }
-
-}  // namespace
 
 std::vector<PropertyListView> PMGetMatchingStyles(PropertyListView rules, const KeyIdentity& key,
                                                   int controlState) {
@@ -45,7 +33,9 @@ std::vector<PropertyListView> PMGetMatchingStyles(PropertyListView rules, const 
     return styles;
   }
   for (const PropertyListView rule : rules.items()) {
-    if (const auto style = matchingStyle(rule, key, controlState)) styles.push_back(style);
+    const RuleVerdict verdict = PMJudgeRule(rule, key, controlState);
+    if (verdict.style) styles.push_back(verdict.style);
+    if (!verdict.message.empty()) NSLog(verdict.message);
   }
   return styles;
 }

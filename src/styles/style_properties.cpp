@@ -20,8 +20,8 @@ void setBackgroundGradient(UIKBRenderTraits traits, PropertyListView value) {
       UIKBGradient::gradientWithName(classes.UIKBGradient, *value.string()));
 }
 
-void setTransparentForeground(UIKBRenderTraits traits, PropertyListView value) {
-  if (value.boolValue()) traits.setBackgroundGradient({});
+void setTransparentForeground(UIKBRenderTraits traits, PropertyListView) {
+  traits.setBackgroundGradient({});
 }
 
 void setTextColor(UIKBRenderTraits traits, PropertyListView value) {
@@ -50,34 +50,44 @@ void setFontName(UIKBRenderTraits traits, PropertyListView value) {
   traits.symbolStyle().setFontName(*value.string());
 }
 
-enum class ValueType { kString, kNumber };
+enum class ValueType { kString, kNumber, kTrue };
 
 bool hasType(PropertyListView value, ValueType type) {
-  return type == ValueType::kString ? value.isString() : value.isNumber();
+  switch (type) {
+    case ValueType::kString:
+      return value.isString();
+    case ValueType::kNumber:
+      return value.isNumber();
+    case ValueType::kTrue:
+      return value.isNumber() && value.boolValue();
+  }
+  return false;
 }
 
 struct StyleProperty {
   std::string_view key;
   ValueType type;
+  StylePart part;
   void (*set)(UIKBRenderTraits traits, PropertyListView value);
 };
 
 // The order is part of the format: the transparent foreground takes away the gradient that stands
 // before it in the same dictionary.
 constexpr StyleProperty kStyleProperties[] = {
-    {"BackgroundGradient", ValueType::kString, &setBackgroundGradient},
-    {"TransparentForeground", ValueType::kNumber, &setTransparentForeground},
-    {"TextColor", ValueType::kString, &setTextColor},
-    {"EtchColor", ValueType::kString, &setEtchColor},
-    {"SecondaryTextColor", ValueType::kString, &setSecondaryTextColor},
-    {"EtchOffsetX", ValueType::kNumber, &setEtchOffsetX},
-    {"EtchOffsetY", ValueType::kNumber, &setEtchOffsetY},
-    {"FontName", ValueType::kString, &setFontName},
+    {"BackgroundGradient", ValueType::kString, StylePart::kBackground, &setBackgroundGradient},
+    {"TransparentForeground", ValueType::kTrue, StylePart::kBackground, &setTransparentForeground},
+    {"TextColor", ValueType::kString, StylePart::kTextColor, &setTextColor},
+    {"EtchColor", ValueType::kString, StylePart::kEtchColor, &setEtchColor},
+    {"SecondaryTextColor", ValueType::kString, StylePart::kSecondaryTextColor,
+     &setSecondaryTextColor},
+    {"EtchOffsetX", ValueType::kNumber, StylePart::kEtchOffsetX, &setEtchOffsetX},
+    {"EtchOffsetY", ValueType::kNumber, StylePart::kEtchOffsetY, &setEtchOffsetY},
+    {"FontName", ValueType::kString, StylePart::kFontName, &setFontName},
 };
 
-}  // namespace
-
-void applyStyle(PropertyListView style, UIKBRenderTraits traits) {
+/// Calls `visit` with each property that `style` sets, and its value, in the order of the table.
+template <class Visit>
+void forEachSetting(PropertyListView style, Visit visit) {
   // Most dictionaries set one or two properties: when all entries are used up, the rest can't be
   // there.
   std::size_t remaining = style.entries().size();
@@ -85,9 +95,25 @@ void applyStyle(PropertyListView style, UIKBRenderTraits traits) {
     if (remaining == 0) return;
     const PropertyListView value = style.objectForKey(property.key);
     if (!hasType(value, property.type)) continue;
-    property.set(traits, value);
+    visit(property, value);
     --remaining;
   }
+}
+
+}  // namespace
+
+std::vector<StyleSetting> styleSettings(PropertyListView style) {
+  std::vector<StyleSetting> settings;
+  forEachSetting(style, [&](const StyleProperty& property, PropertyListView value) {
+    settings.push_back({property.key, property.part, value});
+  });
+  return settings;
+}
+
+void applyStyle(PropertyListView style, UIKBRenderTraits traits) {
+  forEachSetting(style, [&](const StyleProperty& property, PropertyListView value) {
+    property.set(traits, value);
+  });
 }
 
 }  // namespace prismal

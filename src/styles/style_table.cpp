@@ -30,12 +30,16 @@ PropertyListView stylesTable() {
 
 }  // namespace
 
-PropertyListView PMGetStyles(std::string_view visualStyleName) {
-  const PropertyListView styles = stylesTable();
+StyleList styleListFor(PropertyListView styles, std::string_view visualStyleName) {
   const std::string_view name = visualStyleName == "iPad-Split" ? "iPad-Standard" : visualStyleName;
   const PropertyListView rules = styles.objectForKey(name);
-  if (!rules && name == "iPad-Standard") return styles.objectForKey("iPhone-Standard");
-  return rules;
+  if (rules || name != "iPad-Standard") return {name, rules};
+  constexpr std::string_view kPhone = "iPhone-Standard";
+  return {kPhone, styles.objectForKey(kPhone)};
+}
+
+PropertyListView PMGetStyles(std::string_view visualStyleName) {
+  return styleListFor(stylesTable(), visualStyleName).rules;
 }
 
 }  // namespace prismal

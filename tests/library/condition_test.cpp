@@ -65,6 +65,33 @@ INSTANTIATE_TEST_SUITE_P(NothingIsTrimmedOrForgiven, Condition,
                                          Case{"**", false}, Case{"Name=A", false},
                                          Case{"KeyName", false}));
 
+struct Failure {
+  std::string_view condition;
+  std::string_view term;
+  ConditionSubject subject;
+};
+
+class ConditionFailure : public testing::TestWithParam<Failure> {};
+
+TEST_P(ConditionFailure, NamesTheFirstTermThatDoesNotHold) {
+  const auto failure = PMStyleConditionFailure(GetParam().condition, kKey, kState);
+  ASSERT_TRUE(failure) << GetParam().condition;
+  EXPECT_EQ(failure->term, GetParam().term);
+  EXPECT_EQ(failure->subject, GetParam().subject);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Terms, ConditionFailure,
+    testing::Values(
+        Failure{"KeyName=B", "KeyName=B", ConditionSubject::kKeyName},
+        Failure{"KeyName=A;Row=Row2,Row3;KeyName=B", "Row=Row2,Row3", ConditionSubject::kRow},
+        Failure{"DisplayTypeHint=07;Row=Row2", "DisplayTypeHint=07",
+                ConditionSubject::kDisplayTypeHint},
+        Failure{"Row=Row1;DisplayType=X", "DisplayType=X", ConditionSubject::kDisplayType},
+        Failure{"ControlState=1;*", "ControlState=1", ConditionSubject::kControlState},
+        Failure{"KeyName=A;", "", ConditionSubject::kNothing},
+        Failure{"Row=Row1;row=Row1", "row=Row1", ConditionSubject::kNothing}));
+
 TEST(ConditionOnAKeyWithoutAName, FailsEvenForTheEmptyValue) {
   const KeyIdentity nameless({.name = std::nullopt, .displayTypeName = "UIKBKeyDisplayType"});
   const KeyIdentity empty({.name = "", .displayTypeName = "short"});

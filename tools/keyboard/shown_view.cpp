@@ -31,12 +31,6 @@ std::optional<Failure> changeKeys(render::LiveKeyplane& keyplane,
   return std::nullopt;
 }
 
-/// A device answers for itself while its keyboard is shown.
-void become(const host::boards::Board& board, double scale) {
-  host::system::setDevice(
-      {.screenScale = scale, .interfaceIdiom = board.is_tablet ? 1 : 0, .systemVersion = "7.0.4"});
-}
-
 void showPanel(ShownView& shown, const View& view, double scale) {
   render::showDictation(shown.keyplane, view.keyplane);
   shown.picture = render::pictureOfDictation(shown.keyplane, view.keyplane, scale);
@@ -54,6 +48,11 @@ void showKeys(ShownView& shown, const View& view, double scale, host::drawing::F
 }
 
 }  // namespace
+
+void become(const host::boards::Board& board, double scale) {
+  host::system::setDevice(
+      {.screenScale = scale, .interfaceIdiom = board.is_tablet ? 1 : 0, .systemVersion = "7.0.4"});
+}
 
 Result<ShownView> showView(const View& view, double scale, host::drawing::Fonts& fonts) {
   const platform::NSAutoreleasePool pool;

@@ -23,6 +23,9 @@ struct ShownView {
   platform::Retained<platform::UIView> views;
 };
 
+/// Makes this process answer for the device that has `board`, at `scale` pixels a point.
+void become(const host::boards::Board& board, double scale);
+
 /// Makes the keyboard of this process, a KeyboardProcess, show `view`, and asks what it draws; with
 /// `fonts` when the keyboard keeps pictures of its keys. Refuses a key that the keyplane doesn't
 /// have. Main thread only.

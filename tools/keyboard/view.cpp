@@ -10,12 +10,16 @@ namespace tools::keyboard {
 namespace boards = host::boards;
 
 void addKeyplaneOptions(CLI::App& command, ViewOptions& options) {
+  addKeyplaneOptionsButStyle(command, options);
+  addChoice(command, "--style", options.style,
+            "The light keyboard, or the dark one over alerts [standard]", kStyles);
+}
+
+void addKeyplaneOptionsButStyle(CLI::App& command, ViewOptions& options) {
   addChoice(command, "--device", options.device, "The device whose keyboard is shown [phone-3.5]",
             kDevices);
   addChoice(command, "--orientation", options.orientation, "How the device is held [portrait]",
             kOrientations);
-  addChoice(command, "--style", options.style,
-            "The light keyboard, or the dark one over alerts [standard]", kStyles);
   addChoice(command, "--keyplane", options.plane, "Which keyplane is shown [small-letters]",
             kPlanes);
   addChoice(command, "--dictation-key", options.dictationKey,

@@ -36,6 +36,9 @@ struct ViewOptions {
 /// Adds the options that choose a keyplane. `options` must live until the command line is parsed.
 void addKeyplaneOptions(CLI::App& command, ViewOptions& options);
 
+/// The same but for --style, which the command has in another form.
+void addKeyplaneOptionsButStyle(CLI::App& command, ViewOptions& options);
+
 /// Adds the options that say what is done to the keyplane.
 void addStateOptions(CLI::App& command, ViewOptions& options);
 

@@ -1,0 +1,27 @@
+#include "backgrounds/background_keys.h"
+
+#include "backgrounds/layout_variant.h"
+
+namespace prismal {
+
+BackgroundKey fullBackgroundKey(std::string_view orientation, std::string_view visualStyle,
+                                std::uint64_t index, std::uint64_t variant) {
+  BackgroundKey key;
+  key << orientation << ";" << visualStyle << ";" << index << ";" << variant;
+  return key;
+}
+
+BackgroundKeys::BackgroundKeys(std::string_view orientation, std::string_view visualStyle,
+                               std::string_view fullKey, std::uint64_t index,
+                               std::uint64_t variant) {
+  for (const std::uint64_t fallback : VariantFallbacks(variant)) {
+    keys_[full_++] = fallback == variant
+                         ? BackgroundKey() << fullKey
+                         : fullBackgroundKey(orientation, visualStyle, index, fallback);
+  }
+  keys_[full_] << orientation << ";" << visualStyle << ";" << index;
+  keys_[full_ + 1] << orientation << ";" << visualStyle;
+  keys_[full_ + 2] << orientation;
+}
+
+}  // namespace prismal
