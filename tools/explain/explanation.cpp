@@ -51,10 +51,12 @@ bool hasEdge(platform::UIKBRenderTraits traits) {
 /// Whether the system's own look of the key has an edge.
 bool systemHasEdge(const Explanation& explanation) {
   namespace boards = host::boards;
-  const auto* const tree = as<host::keyboard::TreeObject>(explanation.key->tree.get());
+  const auto& key = *explanation.key->placed.key;
   const auto& choice = explanation.view.keyplane;
   const auto family = choice.board->is_tablet ? boards::Family::tablet : boards::Family::phone;
-  return !boards::systemKeyLook(tree->kind, choice.look, family, tree->state).edge_color.empty();
+  const boards::KeyKind kind{key.role, boards::letteringOf(key)};
+  return !boards::systemKeyLook(kind, choice.look, family, explanation.key->tree->state())
+              .edge_color.empty();
 }
 
 BackgroundFill fillBehindKeys(platform::UIKBTree keyplane) {
