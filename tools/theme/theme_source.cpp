@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <optional>
-#include <string_view>
 #include <system_error>
 
 #include "host/plist/builder.h"
@@ -16,8 +15,6 @@ using host::plist::Builder;
 
 namespace {
 
-constexpr std::string_view kMergedTheme =
-    "/var/mobile/Library/Preferences/net.quillon.prismal.mergedThemes.plist";
 constexpr std::string_view kThemesFolder = "/var/mobile/Library/Prismal/Themes/";
 constexpr std::string_view kImages = "BackgroundImages";
 
@@ -61,7 +58,7 @@ Result<std::vector<std::string>> ThemeSource::putOn(const DeviceRoot& device) co
     sections.push_back({kImages, builder.dictionary(images)});
   }
   const auto root = builder.dictionary(sections);
-  if (auto put = device.writeFile(kMergedTheme, fileOf(root)); !put) return put.failure();
+  if (auto put = device.writeFile(kMergedThemeFile, fileOf(root)); !put) return put.failure();
   return missing;
 }
 

@@ -1,12 +1,17 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "theme/dictionary_file.h"
 
 namespace tools::theme {
+
+/// The device path of the one theme file that the library reads.
+inline constexpr std::string_view kMergedThemeFile =
+    "/var/mobile/Library/Preferences/net.quillon.prismal.mergedThemes.plist";
 
 /// What to call the theme at `path`: its last part without an extension.
 std::string themeName(const std::string& path);
