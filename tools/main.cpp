@@ -4,6 +4,7 @@
 #include <exception>
 #include <string>
 
+#include "check.h"
 #include "exit_status.h"
 #include "keys.h"
 #include "names.h"
@@ -23,6 +24,7 @@ int run(int argc, char** argv) {
   tools::addRenderCommand(app, status);
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
+  tools::addCheckCommand(app, status);
   tools::addReplayCommand(app, status);
   try {
     app.parse(argc, argv);
