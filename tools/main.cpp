@@ -5,6 +5,7 @@
 #include <exception>
 #include <string>
 
+#include "check.h"
 #include "exit_status.h"
 #include "explain.h"
 #include "keys.h"
@@ -38,6 +39,7 @@ int run(int argc, char** argv) {
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
   tools::addExplainCommand(app, status);
+  tools::addCheckCommand(app, status);
   tools::addReplayCommand(app, status);
   refuseEmptyValues(app);
   try {

@@ -1,6 +1,7 @@
 #include "host/plist/reader.h"
 
 #include "host/plist/binary_format.h"
+#include "host/plist/key_positions.h"
 
 namespace host::plist {
 
@@ -15,12 +16,21 @@ bool mayBeXml(std::string_view bytes) {
   return first != std::string_view::npos && bytes[first] == '<';
 }
 
+template <class ReadXml>
+Reading readEither(std::string_view bytes, ReadXml readAsXml) {
+  if (bytes.starts_with(binary::kMagic)) return readBinary(bytes);
+  if (mayBeXml(bytes)) return readAsXml(bytes);
+  return {{}, "line 1, column 1: no property list, neither XML nor binary"};
+}
+
 }  // namespace
 
 Reading read(std::string_view bytes) {
-  if (bytes.starts_with(binary::kMagic)) return readBinary(bytes);
-  if (mayBeXml(bytes)) return readXml(bytes);
-  return {{}, "line 1, column 1: no property list, neither XML nor binary"};
+  return readEither(bytes, [](std::string_view xml) { return readXml(xml); });
+}
+
+Reading read(std::string_view bytes, KeyPositions& keys) {
+  return readEither(bytes, [&](std::string_view xml) { return readXml(xml, keys); });
 }
 
 }  // namespace host::plist

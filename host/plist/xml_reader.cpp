@@ -13,6 +13,7 @@
 #include "host/plist/base64.h"
 #include "host/plist/builder.h"
 #include "host/plist/date_text.h"
+#include "host/plist/key_positions.h"
 #include "host/plist/limits.h"
 #include "host/plist/number_text.h"
 #include "host/plist/reader.h"
@@ -96,8 +97,9 @@ using Parser = std::unique_ptr<XML_ParserStruct, FreeParser>;
 /// the containers that are open and at most one open element that holds text.
 class XmlReader {
  public:
-  /// `bytes` are UTF-8 without a byte-order mark.
-  explicit XmlReader(std::string_view bytes) : bytes_(bytes), positions_(bytes) {}
+  /// `bytes` are UTF-8 without a byte-order mark. `keys` may be null.
+  XmlReader(std::string_view bytes, KeyPositions* keys)
+      : bytes_(bytes), positions_(bytes), keys_(keys) {}
 
   PropertyList read() && {
     // The encoding is given, not guessed: else a document could choose another.
@@ -261,7 +263,9 @@ class XmlReader {
     const Leaf leaf = *leaf_;
     leaf_.reset();
     if (leaf.element == Element::kKey) {
-      containers_.back().key = builder_.keep(text_);
+      const std::string_view key = builder_.keep(text_);
+      containers_.back().key = key;
+      if (keys_) keys_->add(key, positions_.at(leaf.offset));
     } else {
       add(value(leaf));
     }
@@ -301,7 +305,9 @@ class XmlReader {
     containers_.pop_back();
     PropertyListView value;
     if (container.isDictionary) {
-      value = builder_.dictionary(std::span(entries_).subspan(container.first), container.position);
+      const auto written = Entries(entries_).subspan(container.first);
+      value = builder_.dictionary(written, container.position);
+      if (keys_) keys_->addRepeated(written, value.entries());
       entries_.resize(container.first);
     } else {
       value = builder_.array(Items(items_).subspan(container.first), container.position);
@@ -335,6 +341,7 @@ class XmlReader {
 
   std::string_view bytes_;
   TextPosition positions_;
+  KeyPositions* keys_;
   Parser parser_;
   Builder builder_;
   std::exception_ptr failure_;
@@ -355,19 +362,27 @@ std::string_view withoutByteOrderMark(std::string_view bytes) {
   return bytes;
 }
 
-}  // namespace
-
-Reading readXml(std::string_view bytes) {
+Reading readDocument(std::string_view bytes, KeyPositions* keys) {
   if (bytes.size() > kMaxBytes) return {{}, whyTooLong()};
   bytes = withoutByteOrderMark(bytes);
   if (const auto invalid = findInvalidUtf8(bytes); invalid != bytes.npos) {
     return {{}, inWords(TextPosition(bytes).at(invalid)) + ": a byte that is no UTF-8"};
   }
   try {
-    return {XmlReader(bytes).read(), {}};
+    return {XmlReader(bytes, keys).read(), {}};
   } catch (Refusal& refusal) {
     return {{}, std::move(refusal.reason)};
   }
+}
+
+}  // namespace
+
+Reading readXml(std::string_view bytes) {
+  return readDocument(bytes, nullptr);
+}
+
+Reading readXml(std::string_view bytes, KeyPositions& keys) {
+  return readDocument(bytes, &keys);
 }
 
 }  // namespace host::plist

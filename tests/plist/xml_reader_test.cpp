@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "host/plist/description.h"
+#include "host/plist/key_positions.h"
 #include "host/plist/limits.h"
 #include "host/plist/reader.h"
 #include "host/plist/values.h"
@@ -213,6 +214,26 @@ TEST(XmlReader, KnowsWhereValuesStand) {
   EXPECT_EQ(positionOf(array), (Position{5, 16}));
   EXPECT_EQ(positionOf(array.items()[0]), (Position{5, 23}));
   EXPECT_EQ(positionOf(PropertyListView()), Position());
+}
+
+TEST(XmlReader, KnowsWhereKeysStand) {
+  KeyPositions keys;
+  const Reading reading = readXml(
+      "<dict>\n  <key>b</key><dict><key>a</key><true/></dict>\n<!-- <key>a</key> -->"
+      "<key>a</key>\n  <integer>1</integer><key/><true/>\n\t<key>b</key><dict/></dict>",
+      keys);
+  ASSERT_TRUE(reading) << reading.reason;
+  const auto entries = reading.list.entries();
+  ASSERT_EQ(entries.size(), 3U);
+  EXPECT_EQ(keys.of(entries[0].key), Position());
+  EXPECT_EQ(keys.of(entries[1].key), (Position{3, 22}));
+  EXPECT_EQ(keys.of(entries[2].key), (Position{5, 2}));
+  EXPECT_EQ(keys.of("a"), Position()) << "an equal text, but none of the list's";
+
+  ASSERT_EQ(keys.repeated().size(), 1U);
+  EXPECT_EQ(keys.repeated()[0].key, "b");
+  EXPECT_EQ(keys.repeated()[0].position, (Position{2, 3}));
+  EXPECT_EQ(keys.repeated()[0].last, (Position{5, 2}));
 }
 
 TEST(XmlReader, LimitsDepth) {

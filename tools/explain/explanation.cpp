@@ -54,8 +54,8 @@ bool systemHasEdge(const Explanation& explanation) {
   const auto& key = *explanation.key->placed.key;
   const auto& choice = explanation.view.keyplane;
   const auto family = choice.board->is_tablet ? boards::Family::tablet : boards::Family::phone;
-  const boards::KeyKind kind{key.role, boards::letteringOf(key)};
-  return !boards::systemKeyLook(kind, choice.look, family, explanation.key->tree->state())
+  return !boards::systemKeyLook(boards::kindOf(key), choice.look, family,
+                                explanation.key->tree->state())
               .edge_color.empty();
 }
 

@@ -1,136 +1,65 @@
 #include "render/other_process.h"
 
-#include <array>
 #include <cerrno>
 #include <cstdint>
-#include <cstdio>
-#include <exception>
-#include <fcntl.h>
-#include <optional>
+#include <cstring>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <string_view>
 
 namespace tools::render {
 
-using host::files::Descriptor;
 using host::files::Failure;
 using host::files::Result;
 using host::images::Bitmap;
+using host::images::Pixel;
 
 namespace {
 
-/// What goes before the pixels, or before the text of the reason why there are none.
+/// What goes before the pixels.
 struct Header {
-  bool isPicture = false;
-  bool opaque = false;
   std::int32_t width = 0;
   std::int32_t height = 0;
-  std::uint32_t reason_size = 0;
+  bool opaque = false;
 };
 
-bool writeAll(int fd, const void* data, std::size_t size) {
-  const char* at = static_cast<const char*>(data);
-  while (size > 0) {
-    const ssize_t written = ::write(fd, at, size);
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    at += written;
-    size -= static_cast<std::size_t>(written);
-  }
-  return true;
+std::string bytesOf(const Bitmap& picture) {
+  const Header header{picture.width, picture.height, picture.opaque};
+  std::string bytes(sizeof header + picture.pixels.size() * sizeof(Pixel), '\0');
+  std::memcpy(bytes.data(), &header, sizeof header);
+  std::memcpy(bytes.data() + sizeof header, picture.pixels.data(), bytes.size() - sizeof header);
+  return bytes;
 }
 
-bool readAll(int fd, void* data, std::size_t size) {
-  char* at = static_cast<char*>(data);
-  while (size > 0) {
-    const ssize_t taken = ::read(fd, at, size);
-    if (taken < 0 && errno == EINTR) continue;
-    if (taken <= 0) return false;
-    at += taken;
-    size -= static_cast<std::size_t>(taken);
-  }
-  return true;
-}
-
-void send(int fd, const Result<Bitmap>& picture) {
+Bitmap bitmapOf(std::string_view bytes) {
   Header header;
-  if (!picture) {
-    header.reason_size = static_cast<std::uint32_t>(picture.reason().size());
-    if (writeAll(fd, &header, sizeof header)) {
-      writeAll(fd, picture.reason().data(), picture.reason().size());
-    }
-    return;
-  }
-  header = {true, picture->opaque, picture->width, picture->height, 0};
-  if (writeAll(fd, &header, sizeof header)) {
-    writeAll(fd, picture->pixels.data(), picture->pixels.size() * sizeof(host::images::Pixel));
-  }
-}
-
-/// Nothing of the other process's may go on in this one's main function.
-void drawAndSend(const OtherProcess::Draw& draw, int fd) {
-  try {
-    send(fd, draw());
-  } catch (const std::exception& error) {
-    send(fd, Failure(EINVAL, error.what()));
-  } catch (...) {
-    send(fd, Failure(EINVAL, "failed for an unknown reason"));
-  }
-}
-
-/// None when the sender died before it was done.
-std::optional<Result<Bitmap>> receive(int fd) {
-  Header header;
-  if (!readAll(fd, &header, sizeof header)) return std::nullopt;
-  if (!header.isPicture) {
-    std::string reason(header.reason_size, '\0');
-    if (!readAll(fd, reason.data(), reason.size())) return std::nullopt;
-    return Failure(EINVAL, std::move(reason));
-  }
+  std::memcpy(&header, bytes.data(), sizeof header);
+  bytes.remove_prefix(sizeof header);
   Bitmap bitmap;
   bitmap.width = header.width;
   bitmap.height = header.height;
   bitmap.opaque = header.opaque;
-  bitmap.pixels.resize(static_cast<std::size_t>(header.width) *
-                       static_cast<std::size_t>(header.height));
-  if (!readAll(fd, bitmap.pixels.data(), bitmap.pixels.size() * sizeof(host::images::Pixel))) {
-    return std::nullopt;
-  }
+  bitmap.pixels.resize(bytes.size() / sizeof(Pixel));
+  std::memcpy(bitmap.pixels.data(), bytes.data(), bytes.size());
   return bitmap;
 }
 
 }  // namespace
 
 Result<OtherProcess> OtherProcess::start(const Draw& draw) {
-  std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) return host::files::lastFailure();
-  Descriptor reading(ends[0]);
-  const Descriptor writing(ends[1]);
-  const pid_t process = fork();
-  if (process < 0) return host::files::lastFailure();
-  if (process == 0) {
-    // Else it would wait for itself to read, should the other process have given up.
-    reading = Descriptor();
-    drawAndSend(draw, writing.get());
-    std::fflush(stderr);
-    _exit(0);
-  }
-  return OtherProcess(process, std::move(reading));
-}
-
-OtherProcess::~OtherProcess() {
-  if (!result_) return;
-  // It gets an error from its writing when nobody reads, and ends.
-  result_ = Descriptor();
-  while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
-  }
+  auto process = ChildProcess::start([&]() -> Result<std::string> {
+    const auto picture = draw();
+    if (!picture) return picture.failure();
+    return bytesOf(*picture);
+  });
+  if (!process) return process.failure();
+  return OtherProcess(*std::move(process));
 }
 
 Result<Bitmap> OtherProcess::picture() {
-  auto picture = receive(result_.get());
-  if (!picture) return Failure(ECHILD, "the process that draws the other picture died");
-  return *std::move(picture);
+  const auto bytes = process_.bytes();
+  if (bytes) return bitmapOf(*bytes);
+  if (bytes.failure().error != ECHILD) return bytes.failure();
+  return Failure(ECHILD, "the process that draws the other picture died");
 }
 
 }  // namespace tools::render

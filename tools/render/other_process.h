@@ -1,10 +1,9 @@
 #pragma once
 
 #include <functional>
-#include <sys/types.h>
 #include <utility>
 
-#include "host/files/descriptor.h"
+#include "child_process.h"
 #include "host/files/result.h"
 #include "host/images/bitmap.h"
 
@@ -20,18 +19,13 @@ class OtherProcess {
   /// has threads or a keyboard of its own.
   static host::files::Result<OtherProcess> start(const Draw& draw);
 
-  OtherProcess(OtherProcess&&) = default;
-  ~OtherProcess();
-
   /// What it drew, once; or its failure. Waits for it.
   host::files::Result<host::images::Bitmap> picture();
 
  private:
-  OtherProcess(pid_t process, host::files::Descriptor result)
-      : process_(process), result_(std::move(result)) {}
+  explicit OtherProcess(ChildProcess process) : process_(std::move(process)) {}
 
-  pid_t process_;
-  host::files::Descriptor result_;
+  ChildProcess process_;
 };
 
 }  // namespace tools::render

@@ -9,7 +9,7 @@
 
 namespace tools::theme {
 
-/// Where a device has its theme.
+/// The device path of the one theme file that the library reads.
 inline constexpr std::string_view kMergedTheme =
     "/var/mobile/Library/Preferences/net.quillon.prismal.mergedThemes.plist";
 

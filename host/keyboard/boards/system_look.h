@@ -54,6 +54,10 @@ struct KeyKind {
   Lettering lettering = Lettering::character;
 };
 
+constexpr KeyKind kindOf(const Key& key) {
+  return {key.role, letteringOf(key)};
+}
+
 /// How the system draws a key of `kind` in `state`; a number that is no KeyState looks normal. A
 /// shift key that is on or locked looks like one whatever its role; pressed, like a pressed key.
 KeyLook systemKeyLook(KeyKind kind, Look look, Family family, int state);

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace tools {
+
+/// Adds the subcommand `check`. When it is chosen, `status` becomes its exit status.
+void addCheckCommand(CLI::App& app, int& status);
+
+}  // namespace tools

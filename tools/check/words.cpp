@@ -1,0 +1,78 @@
+#include "check/words.h"
+
+#include "host/plist/description.h"
+
+namespace tools::check {
+
+using Type = platform::PropertyListView::Type;
+
+namespace {
+
+/// At most `longest` bytes of `text`, cut between two characters.
+std::string_view startOf(std::string_view text, std::size_t longest) {
+  if (text.size() <= longest) return text;
+  while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0U) == 0x80U) --longest;
+  return text.substr(0, longest);
+}
+
+}  // namespace
+
+std::string inOneLine(std::string_view text, std::size_t longest) {
+  std::string line = host::plist::escapeControls(startOf(text, longest));
+  if (text.size() > longest) line += "...";
+  return line;
+}
+
+std::string inQuotes(std::string_view text) {
+  constexpr std::size_t kLongest = 60;
+  return "\"" + inOneLine(text, kLongest) + "\"";
+}
+
+std::string_view typeOf(platform::PropertyListView value) {
+  switch (value.type()) {
+    case Type::kBoolean:
+      return "a boolean";
+    case Type::kInteger:
+      return "an integer";
+    case Type::kReal:
+      return "a real";
+    case Type::kString:
+      return "a string";
+    case Type::kDate:
+      return "a date";
+    case Type::kData:
+      return "data";
+    case Type::kArray:
+      return "an array";
+    case Type::kDictionary:
+      return "a dictionary";
+    case Type::kNone:
+      break;
+  }
+  return "nothing";
+}
+
+std::string counted(std::size_t count, std::string_view singular, std::string_view ending) {
+  std::string text = std::to_string(count) + " " + std::string(singular);
+  if (count != 1) text += ending;
+  return text;
+}
+
+std::string listed(std::span<const std::string> things) {
+  constexpr std::size_t kMost = 4;
+  const bool isLong = things.size() > kMost;
+  const std::size_t shown = isLong ? kMost - 1 : things.size();
+  std::string text;
+  for (std::size_t i = 0; i < shown; ++i) {
+    if (i > 0) text += i + 1 == things.size() ? " and " : ", ";
+    text += things[i];
+  }
+  if (isLong) text += " and " + std::to_string(things.size() - shown) + " more";
+  return text;
+}
+
+std::string whereIs(const std::string& path, host::plist::Position position) {
+  return position.line > 0 ? "line " + std::to_string(position.line) : inOneLine(path, 80);
+}
+
+}  // namespace tools::check

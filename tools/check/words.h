@@ -1,0 +1,34 @@
+#pragma once
+
+// How findings speak of what a theme holds.
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/plist/node.h"
+#include "platform/property_list.h"
+
+namespace tools::check {
+
+/// `text` without control characters, and cut off behind `longest` bytes.
+std::string inOneLine(std::string_view text, std::size_t longest);
+
+/// `text` in quotes, on one line, not too long to be read.
+std::string inQuotes(std::string_view text);
+
+/// "a string", "an array".
+std::string_view typeOf(platform::PropertyListView value);
+
+/// "1 error", "2 errors": the plural is the singular and `ending`.
+std::string counted(std::size_t count, std::string_view singular, std::string_view ending = "s");
+
+/// "a, b and c"; of more than four, the first three and how many more.
+std::string listed(std::span<const std::string> things);
+
+/// "line 12", or the path where there is no line.
+std::string whereIs(const std::string& path, host::plist::Position position);
+
+}  // namespace tools::check

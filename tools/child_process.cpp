@@ -1,0 +1,104 @@
+#include "child_process.h"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tools {
+
+using host::files::Descriptor;
+using host::files::Failure;
+using host::files::Result;
+
+namespace {
+
+/// What goes before the bytes, or before the text of the reason why there are none.
+struct Header {
+  std::uint64_t size = 0;
+  bool isReason = false;
+};
+
+bool writeAll(int fd, const void* data, std::size_t size) {
+  const char* at = static_cast<const char*>(data);
+  while (size > 0) {
+    const ssize_t written = ::write(fd, at, size);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    at += written;
+    size -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+bool readAll(int fd, void* data, std::size_t size) {
+  char* at = static_cast<char*>(data);
+  while (size > 0) {
+    const ssize_t taken = ::read(fd, at, size);
+    if (taken < 0 && errno == EINTR) continue;
+    if (taken <= 0) return false;
+    at += taken;
+    size -= static_cast<std::size_t>(taken);
+  }
+  return true;
+}
+
+void send(int fd, const Result<std::string>& made) {
+  const std::string& bytes = made ? *made : made.reason();
+  const Header header{bytes.size(), !made};
+  if (writeAll(fd, &header, sizeof header)) writeAll(fd, bytes.data(), bytes.size());
+}
+
+/// Nothing of the other process's may go on in this one's main function.
+void workAndSend(const ChildProcess::Work& work, int fd) {
+  try {
+    send(fd, work());
+  } catch (const std::exception& error) {
+    send(fd, Failure(EINVAL, error.what()));
+  } catch (...) {
+    send(fd, Failure(EINVAL, "failed for an unknown reason"));
+  }
+}
+
+}  // namespace
+
+Result<ChildProcess> ChildProcess::start(const Work& work) {
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) return host::files::lastFailure();
+  Descriptor reading(ends[0]);
+  const Descriptor writing(ends[1]);
+  const pid_t process = fork();
+  if (process < 0) return host::files::lastFailure();
+  if (process == 0) {
+    // Else it would wait for itself to read, should the other process have given up.
+    reading = Descriptor();
+    workAndSend(work, writing.get());
+    std::fflush(stderr);
+    _exit(0);
+  }
+  return ChildProcess(process, std::move(reading));
+}
+
+ChildProcess::~ChildProcess() {
+  if (!result_) return;
+  // It gets an error from its writing when nobody reads, and ends.
+  result_ = Descriptor();
+  while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
+  }
+}
+
+Result<std::string> ChildProcess::bytes() {
+  Header header;
+  if (!readAll(result_.get(), &header, sizeof header)) return Failure(ECHILD);
+  std::string bytes(header.size, '\0');
+  if (!readAll(result_.get(), bytes.data(), bytes.size())) return Failure(ECHILD);
+  if (header.isReason) return Failure(EINVAL, std::move(bytes));
+  return bytes;
+}
+
+}  // namespace tools
