@@ -4,6 +4,7 @@
 #include <exception>
 #include <string>
 
+#include "convert.h"
 #include "exit_status.h"
 #include "keys.h"
 #include "names.h"
@@ -24,6 +25,7 @@ int run(int argc, char** argv) {
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
   tools::addReplayCommand(app, status);
+  tools::addConvertCommand(app, status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
