@@ -32,16 +32,14 @@ int refuse(const std::string& reason) {
 }
 
 /// A reader's "line 3, column 7: why" in the form that editors follow: "file:3:7: why".
-std::string placed(const std::string& file, const std::string& reason) {
-  unsigned line = 0;
-  unsigned column = 0;
-  int end = 0;
-  if (std::sscanf(reason.c_str(), "line %u, column %u: %n", &line, &column, &end) != 2 ||
-      end == 0) {
-    return file + ": " + reason;
-  }
-  return file + ":" + std::to_string(line) + ":" + std::to_string(column) + ": " +
-         reason.substr(static_cast<std::size_t>(end));
+std::string placed(const std::string& file, std::string_view reason) {
+  constexpr std::string_view kLine = "line ";
+  constexpr std::string_view kColumn = ", column ";
+  const auto column = reason.find(kColumn);
+  if (!reason.starts_with(kLine) || column == reason.npos) return file + ": " + std::string(reason);
+  std::string text = file + ":";
+  text += reason.substr(kLine.size(), column - kLine.size());
+  return text.append(":").append(reason.substr(column + kColumn.size()));
 }
 
 /// The form that the command line asks for; none when it leaves that open.

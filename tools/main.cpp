@@ -6,8 +6,10 @@
 
 #include "convert.h"
 #include "exit_status.h"
+#include "format.h"
 #include "keys.h"
 #include "names.h"
+#include "new.h"
 #include "render.h"
 #include "replay.h"
 
@@ -26,6 +28,8 @@ int run(int argc, char** argv) {
   tools::addNamesCommand(app, status);
   tools::addReplayCommand(app, status);
   tools::addConvertCommand(app, status);
+  tools::addFormatCommand(app, status);
+  tools::addNewCommand(app, status);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
