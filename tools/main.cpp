@@ -2,11 +2,17 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "command_line/model.h"
+#include "command_line/suggestion.h"
+#include "completion.h"
 #include "convert.h"
 #include "exit_status.h"
 #include "format.h"
+#include "host/plist/description.h"
 #include "keys.h"
 #include "names.h"
 #include "new.h"
@@ -14,6 +20,24 @@
 #include "replay.h"
 
 namespace {
+
+/// What stands where a command should and is none.
+std::optional<std::string> unknownCommand(const CLI::App& app, int argc, char** argv) {
+  const std::string word = argc > 1 ? argv[1] : "-";
+  const auto isIt = [&](const CLI::App* command) { return command->check_name(word); };
+  if (word.starts_with('-') || !app.get_subcommands(isIt).empty()) return std::nullopt;
+  return word;
+}
+
+int refuseCommand(const CLI::App& app, const std::string& word) {
+  std::vector<std::string> names;
+  for (const auto& command : tools::command_line::commandsOf(app)) names.push_back(command.name);
+  const auto meant = tools::command_line::suggestionFor(word, names);
+  const std::string advice = meant ? "did you mean " + *meant + "?" : "--help lists them all";
+  std::fprintf(stderr, "prismal: no command %s; %s\n", host::plist::escapeControls(word).c_str(),
+               advice.c_str());
+  return tools::kTrouble;
+}
 
 int run(int argc, char** argv) {
   int status = tools::kDone;
@@ -30,6 +54,8 @@ int run(int argc, char** argv) {
   tools::addConvertCommand(app, status);
   tools::addFormatCommand(app, status);
   tools::addNewCommand(app, status);
+  tools::addCompletionCommands(app, status);
+  if (const auto word = unknownCommand(app, argc, argv)) return refuseCommand(app, *word);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
