@@ -45,7 +45,12 @@ std::string definition(const Option& option) {
 /// Examples stand as they are; all before them is prose, whose lines were broken for a terminal.
 std::string footer(std::string_view text) {
   const auto start = text.find("Example");
-  std::string result = plain(text.substr(0, start)) + "\n\n";
+  std::string result;
+  for (const std::string& line : CLI::detail::split(std::string(text.substr(0, start)), '\n')) {
+    if (line.starts_with("Exit status")) result += '\n';  // a paragraph of its own
+    result += plain(line) + "\n";
+  }
+  result += "\n";
   if (start == text.npos) return result;
   const auto lines = CLI::detail::split(std::string(text.substr(start)), '\n');
   for (const std::string& line : lines) {
