@@ -41,7 +41,7 @@ class CommandLine : public Command {
 
   std::set<std::string> commands() const {
     const std::string help = prismal("--help").output;
-    const auto names = found(help.substr(help.find("Subcommands:")), "\n  ([a-z]+) ");
+    auto names = found(help.substr(help.find("Subcommands:")), "\n  ([a-z]+) ");
     EXPECT_GE(names.size(), 5U) << help;
     return names;
   }
@@ -96,11 +96,13 @@ TEST_F(CommandLine, CompletionsAndManualHaveEveryOption) {
     const auto start = manual.find("## prismal " + command + "\n");
     ASSERT_NE(start, std::string::npos) << command;
     const std::string section = manual.substr(start, manual.find("\n## ", start) - start);
+    const std::string bashOptions = "\n    " + command + "\\) options='[^']*";
+    const std::string fishOptions = "_from " + command + "'[^\n]* -l ";
     for (const std::string& option : optionsOf(command)) {
-      const auto inBash = std::regex("\n    " + command + "\\) options='[^']*" + option + "[ ']");
+      const auto inBash = std::regex(bashOptions + option + "[ ']");
       EXPECT_TRUE(std::regex_search(bash, inBash)) << command << " " << option;
       EXPECT_NE(zsh.find("*" + option + "["), std::string::npos) << option;
-      const auto inFish = std::regex("_from " + command + "'[^\n]* -l " + option.substr(2) + " ");
+      const auto inFish = std::regex(fishOptions + option.substr(2) + " ");
       EXPECT_TRUE(std::regex_search(fish, inFish)) << command << " " << option;
       EXPECT_NE(section.find("**" + option + "**"), std::string::npos) << command << " " << option;
     }

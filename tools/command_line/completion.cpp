@@ -135,11 +135,12 @@ std::string zshSpecifications(const Option& option) {
                                 ? ""
                                 : ":" + zshText(option.placeholder) + ":" + zshAction(option);
   if (option.names.empty()) return " " + quoted("*" + value, kQuote);
+  const std::string described = "[" + zshText(option.description) + "]" + value;
   std::string specifications;
   for (const std::string& name : option.names) {
     // Any number of times: which options may be repeated is no business of a completion.
-    specifications += " \\\n        " +
-                      quoted("*" + name + "[" + zshText(option.description) + "]" + value, kQuote);
+    const std::string specification = std::string("*").append(name).append(described);
+    specifications.append(" \\\n        ").append(quoted(specification, kQuote));
   }
   return specifications;
 }
