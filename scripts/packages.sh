@@ -1,12 +1,13 @@
 # Installs what a fresh Debian 12 lacks. Sourced by the other scripts; nothing happens when all is
 # there.
 
-# packages_for_build, packages_for_pictures, packages_for_photographs: what is needed, by Debian's
-# names.
+# packages_for_...: what is needed to build, to draw the pictures and photographs, to make the
+# package, by Debian's names.
 packages_for_build="g++ cmake ninja-build pkg-config libexpat1-dev libpng-dev libjpeg62-turbo-dev \
 libdeflate-dev libcairo2-dev libfreetype-dev libharfbuzz-dev libfontconfig-dev fontconfig fonts-inter \
 nlohmann-json3-dev libcli11-dev libgtest-dev"
 packages_for_pictures="librsvg2-bin"
+packages_for_package="lowdown dpkg-dev"
 packages_for_photographs="povray povray-includes libjpeg-turbo-progs"
 
 install_packages() {

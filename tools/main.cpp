@@ -3,13 +3,22 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "check.h"
+#include "command_line/model.h"
+#include "command_line/suggestion.h"
+#include "completion.h"
+#include "convert.h"
 #include "exit_status.h"
 #include "explain.h"
+#include "format.h"
+#include "host/plist/description.h"
 #include "keys.h"
 #include "names.h"
+#include "new.h"
 #include "render.h"
 #include "replay.h"
 
@@ -27,6 +36,24 @@ void refuseEmptyValues(CLI::App& app) {
   }
 }
 
+/// What stands where a command should and is none.
+std::optional<std::string> unknownCommand(const CLI::App& app, int argc, char** argv) {
+  const std::string word = argc > 1 ? argv[1] : "-";
+  const auto isIt = [&](const CLI::App* command) { return command->check_name(word); };
+  if (word.starts_with('-') || !app.get_subcommands(isIt).empty()) return std::nullopt;
+  return word;
+}
+
+int refuseCommand(const CLI::App& app, const std::string& word) {
+  std::vector<std::string> names;
+  for (const auto& command : tools::command_line::commandsOf(app)) names.push_back(command.name);
+  const auto meant = tools::command_line::suggestionFor(word, names);
+  const std::string advice = meant ? "did you mean " + *meant + "?" : "--help lists them all";
+  std::fprintf(stderr, "prismal: no command %s; %s\n", host::plist::escapeControls(word).c_str(),
+               advice.c_str());
+  return tools::kTrouble;
+}
+
 int run(int argc, char** argv) {
   int status = tools::kDone;
   CLI::App app("Prismal: keyboard themes on the desk", "prismal");
@@ -36,12 +63,17 @@ int run(int argc, char** argv) {
   });
   app.set_version_flag("--version", "prismal " PRISMAL_VERSION);
   tools::addRenderCommand(app, status);
+  tools::addCheckCommand(app, status);
+  tools::addExplainCommand(app, status);
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
-  tools::addExplainCommand(app, status);
-  tools::addCheckCommand(app, status);
+  tools::addNewCommand(app, status);
+  tools::addConvertCommand(app, status);
+  tools::addFormatCommand(app, status);
   tools::addReplayCommand(app, status);
+  tools::addCompletionCommands(app, status);
   refuseEmptyValues(app);
+  if (const auto word = unknownCommand(app, argc, argv)) return refuseCommand(app, *word);
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

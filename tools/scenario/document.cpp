@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "scenario/pointer.h"
+#include "scenario/syntax_error.h"
 
 namespace tools::scenario {
 namespace {
@@ -18,13 +19,6 @@ std::string lineAndColumn(std::string_view text, std::size_t offset) {
   const auto line = 1 + std::count(before.begin(), before.end(), '\n');
   const auto column = 1 + (before.size() - (before.rfind('\n') + 1));  // npos + 1 is 0
   return "line " + std::to_string(line) + ", column " + std::to_string(column);
-}
-
-/// The parser's own words without its prefix, cut where it quotes half a file.
-std::string plainReason(std::string_view what) {
-  constexpr std::size_t kEnough = 300;
-  if (const auto start = what.find("syntax error"); start != what.npos) what.remove_prefix(start);
-  return std::string(what.substr(0, kEnough)) + (what.size() > kEnough ? "..." : "");
 }
 
 /// Builds the tree value by value. The parser calls it in the order of the text and does not
@@ -65,7 +59,6 @@ class TreeBuilder final : public nlohmann::json_sax<Json> {
                    const nlohmann::detail::exception& error) override {
     // The position counts the bytes read, the offending one included.
     const auto place = lineAndColumn(text_, position == 0 ? 0 : position - 1);
-    constexpr int kNumberOverflow = 406;
     if (error.id == kNumberOverflow)
       throw Malformed(place, "a number beyond the range of a double");
     throw Malformed(place, plainReason(error.what()));

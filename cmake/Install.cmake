@@ -1,0 +1,56 @@
+# What `cmake --install` puts where. The program finds its library from where it lies itself, so
+# bin/ and lib/ stand beside each other, whatever the prefix.
+include(GNUInstallDirs)
+
+set(PRISMAL_ZSH_COMPLETIONS "${CMAKE_INSTALL_DATAROOTDIR}/zsh/site-functions" CACHE STRING
+  "Where zsh finds completions, below the prefix")
+set(share ${CMAKE_INSTALL_DATAROOTDIR})
+
+install(TARGETS prismal_command RUNTIME DESTINATION bin)
+install(TARGETS prismal LIBRARY DESTINATION lib/prismal)
+install(DIRECTORY examples/ DESTINATION ${share}/prismal/examples PATTERN art EXCLUDE)
+install(FILES README.md CHANGELOG.md DESTINATION ${share}/doc/prismal)
+install(DIRECTORY docs DESTINATION ${share}/doc/prismal)
+
+# Made by the program itself, from the definition of its command line.
+set(made ${CMAKE_BINARY_DIR}/made)
+file(MAKE_DIRECTORY ${made})
+foreach(shell bash zsh fish)
+  add_custom_command(OUTPUT ${made}/prismal.${shell}
+    COMMAND prismal_command completion ${shell} > ${made}/prismal.${shell}
+    DEPENDS prismal_command VERBATIM)
+  list(APPEND made_files ${made}/prismal.${shell})
+endforeach()
+install(FILES ${made}/prismal.bash RENAME prismal DESTINATION ${share}/bash-completion/completions)
+install(FILES ${made}/prismal.zsh RENAME _prismal DESTINATION ${PRISMAL_ZSH_COMPLETIONS})
+install(FILES ${made}/prismal.fish DESTINATION ${share}/fish/vendor_completions.d)
+
+# Manual pages are the documents of docs/ in another dress.
+find_program(LOWDOWN lowdown DOC "Makes manual pages of Markdown; without it there are none")
+
+# prismal_manual(NAME SECTION SUMMARY PAGE [COMMANDS]): COMMANDS is a file of more Markdown.
+function(prismal_manual name section summary page)
+  set(markdown ${made}/${name}.md)
+  set(manual ${made}/${name}.${section})
+  add_custom_command(OUTPUT ${manual}
+    COMMAND ${CMAKE_COMMAND} -D PAGE=${PROJECT_SOURCE_DIR}/${page} -D NAME=${name}
+      -D SUMMARY=${summary} -D COMMANDS=${ARGN} -D OUTPUT=${markdown}
+      -P ${PROJECT_SOURCE_DIR}/cmake/man_page.cmake
+    COMMAND ${LOWDOWN} -s -t man --nroff-nolinks --parse-no-metadata --out-no-smarty
+      -M title=${name} -M section=${section} -M source=Prismal -o ${manual} ${markdown}
+    # Names are no words: broken at a hyphen or stretched over a line they can't be copied.
+    COMMAND sed -i "/^.TH/a .nr HY 0\\n.hy 0\\n.ad l" ${manual}
+    DEPENDS ${page} cmake/man_page.cmake ${ARGN} VERBATIM)
+  set(made_files ${made_files} ${manual} PARENT_SCOPE)
+  install(FILES ${manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section})
+endfunction()
+
+if(LOWDOWN)
+  add_custom_command(OUTPUT ${made}/commands.md
+    COMMAND prismal_command manual > ${made}/commands.md DEPENDS prismal_command VERBATIM)
+  prismal_manual(prismal 1 "draw keyboard themes on the desk" docs/command.md ${made}/commands.md)
+  prismal_manual(prismal-theme 5 "the format of keyboard themes" docs/theme-format.md)
+else()
+  message(STATUS "No lowdown: manual pages are left out")
+endif()
+add_custom_target(prismal_made ALL DEPENDS ${made_files})

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+namespace tools::command_line {
+
+/// Every command that --help lists, with all of its options and examples, as Markdown below a
+/// heading of the second level each.
+std::string manualOf(const CLI::App& app);
+
+}  // namespace tools::command_line

@@ -1,0 +1,70 @@
+#include "new/starter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "host/images/encode.h"
+#include "starter_text.h"
+
+namespace tools::starter {
+
+using host::images::Bitmap;
+using host::images::Pixel;
+
+namespace {
+
+// In points, those of an upright phone: the largest that is shown without being stretched.
+constexpr int kWidth = 320;
+constexpr int kHeight = 216;
+
+struct Color {
+  double red;
+  double green;
+  double blue;
+};
+
+constexpr Color kTop = {0x28, 0x49, 0x5B};
+constexpr Color kBottom = {0x6D, 0xA3, 0xAD};
+constexpr Color kLight = {0xF7, 0xC9, 0x94};
+
+Color mixed(const Color& one, const Color& other, double part) {
+  return {std::lerp(one.red, other.red, part), std::lerp(one.green, other.green, part),
+          std::lerp(one.blue, other.blue, part)};
+}
+
+Pixel pixelOf(const Color& color) {
+  const auto byte = [](double component) { return static_cast<Pixel>(std::lround(component)); };
+  return host::images::pixelOf(byte(color.red), byte(color.green), byte(color.blue), 0xFF);
+}
+
+/// The colour at a place, both coordinates from 0 to 1: dark above, lighter below, and a soft light
+/// near the lower right corner.
+Color colorAt(double x, double y) {
+  const double distance = std::hypot((x - 0.82) * 1.1, y - 1.05);
+  const double light = 0.4 * std::exp(-distance * distance * 5);
+  return mixed(mixed(kTop, kBottom, y), kLight, light);
+}
+
+std::string background(int scale) {
+  Bitmap bitmap{kWidth * scale, kHeight * scale, true, {}};
+  bitmap.pixels.reserve(static_cast<std::size_t>(bitmap.width) *
+                        static_cast<std::size_t>(bitmap.height));
+  for (int y = 0; y < bitmap.height; ++y) {
+    for (int x = 0; x < bitmap.width; ++x) {
+      bitmap.pixels.push_back(
+          pixelOf(colorAt((x + 0.5) / bitmap.width, (y + 0.5) / bitmap.height)));
+    }
+  }
+  return host::images::encodePng(bitmap);
+}
+
+}  // namespace
+
+std::vector<File> files() {
+  return {{"theme.plist", std::string(kThemeText)},
+          {"background.png", background(1)},
+          {"background@2x.png", background(2)}};
+}
+
+}  // namespace tools::starter
