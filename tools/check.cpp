@@ -13,9 +13,9 @@
 #include <unistd.h>
 #include <vector>
 
+#include "check/did_you_mean.h"
 #include "check/output.h"
 #include "check/report.h"
-#include "check/suggestion.h"
 #include "check/words.h"
 #include "child_process.h"
 #include "choice_option.h"

@@ -5,11 +5,11 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "check.h"
 #include "command_line/model.h"
-#include "command_line/suggestion.h"
 #include "completion.h"
 #include "convert.h"
 #include "exit_status.h"
@@ -21,6 +21,7 @@
 #include "new.h"
 #include "render.h"
 #include "replay.h"
+#include "suggestion.h"
 
 namespace {
 
@@ -45,10 +46,12 @@ std::optional<std::string> unknownCommand(const CLI::App& app, int argc, char** 
 }
 
 int refuseCommand(const CLI::App& app, const std::string& word) {
-  std::vector<std::string> names;
-  for (const auto& command : tools::command_line::commandsOf(app)) names.push_back(command.name);
-  const auto meant = tools::command_line::suggestionFor(word, names);
-  const std::string advice = meant ? "did you mean " + *meant + "?" : "--help lists them all";
+  const auto commands = tools::command_line::commandsOf(app);
+  std::vector<std::string_view> names;
+  for (const auto& command : commands) names.push_back(command.name);
+  const auto meant = tools::nearest(word, names);
+  const std::string advice =
+      meant ? "did you mean " + std::string(*meant) + "?" : "--help lists them all";
   std::fprintf(stderr, "prismal: no command %s; %s\n", host::plist::escapeControls(word).c_str(),
                advice.c_str());
   return tools::kTrouble;

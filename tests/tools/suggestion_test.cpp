@@ -1,12 +1,12 @@
-#include "command_line/suggestion.h"
+#include "suggestion.h"
 
 #include <gtest/gtest.h>
 
-namespace tools::command_line {
+namespace tools {
 namespace {
 
 TEST(Suggestion, IsTheNearestWordWithinAThird) {
-  const std::vector<std::string> words = {"render", "replay", "keys", "names", "new", "convert"};
+  constexpr std::string_view kWords[] = {"render", "replay", "keys", "names", "new", "convert"};
   struct Case {
     std::string_view mistyped;
     std::optional<std::string> meant;
@@ -31,18 +31,20 @@ TEST(Suggestion, IsTheNearestWordWithinAThird) {
       {"", {}},
       {"renderrender", {}},
       {"rendre", "render"},
-      {"nws", {}},
+      {"nws", "new"},
   };
   for (const auto& [mistyped, meant] : cases) {
-    EXPECT_EQ(suggestionFor(mistyped, words), meant) << mistyped;
+    EXPECT_EQ(nearest(mistyped, kWords), meant) << mistyped;
   }
-  EXPECT_EQ(suggestionFor("render", {}), std::nullopt);
+  EXPECT_EQ(nearest("render", {}), std::nullopt);
 }
 
 TEST(Suggestion, PrefersTheFirstOfEquallyNearWords) {
-  EXPECT_EQ(suggestionFor("bender", {"render", "gender"}), "render");
-  EXPECT_EQ(suggestionFor("bender", {"gender", "render"}), "gender");
+  constexpr std::string_view kOneWay[] = {"render", "gender"};
+  constexpr std::string_view kTheOther[] = {"gender", "render"};
+  EXPECT_EQ(nearest("bender", kOneWay), "render");
+  EXPECT_EQ(nearest("bender", kTheOther), "gender");
 }
 
 }  // namespace
-}  // namespace tools::command_line
+}  // namespace tools

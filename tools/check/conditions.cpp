@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "check/suggestion.h"
+#include "check/did_you_mean.h"
 #include "check/words.h"
 #include "styles/condition.h"
 

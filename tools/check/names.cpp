@@ -1,6 +1,6 @@
 #include <vector>
 
-#include "check/suggestion.h"
+#include "check/did_you_mean.h"
 #include "check/theme.h"
 #include "check/words.h"
 #include "colors/color_string.h"

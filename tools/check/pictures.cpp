@@ -7,7 +7,7 @@
 #include <set>
 
 #include "backgrounds/double_resolution_path.h"
-#include "check/suggestion.h"
+#include "check/did_you_mean.h"
 #include "check/words.h"
 #include "host/images/decode.h"
 #include "render/workers.h"

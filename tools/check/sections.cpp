@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "check/did_you_mean.h"
 #include "check/library.h"
-#include "check/suggestion.h"
 #include "check/theme.h"
 #include "check/words.h"
 #include "colors/color_cache.h"

@@ -5,7 +5,7 @@
 
 #include "check/conditions.h"
 #include "check/device_theme.h"
-#include "check/suggestion.h"
+#include "check/did_you_mean.h"
 #include "check/words.h"
 #include "styles/style_matching.h"
 

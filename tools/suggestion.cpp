@@ -1,13 +1,12 @@
-#include "check/suggestion.h"
+#include "suggestion.h"
 
 #include <algorithm>
 #include <numeric>
 #include <vector>
 
-#include "check/words.h"
 #include "support/characters.h"
 
-namespace tools::check {
+namespace tools {
 
 namespace {
 
@@ -72,9 +71,4 @@ std::optional<std::string_view> nearest(std::string_view written,
   return best ? best : onlyOneWith(written, names);
 }
 
-std::string didYouMean(std::string_view written, std::span<const std::string_view> names) {
-  const auto name = nearest(written, names);
-  return name ? "; did you mean " + inQuotes(*name) + "?" : "";
-}
-
-}  // namespace tools::check
+}  // namespace tools
