@@ -5,10 +5,15 @@
 #include <string>
 
 #include "exit_status.h"
+#include "install.h"
 #include "keys.h"
+#include "list.h"
 #include "names.h"
+#include "notify.h"
 #include "render.h"
 #include "replay.h"
+#include "settings.h"
+#include "uninstall.h"
 
 namespace {
 
@@ -21,6 +26,11 @@ int run(int argc, char** argv) {
   });
   app.set_version_flag("--version", "prismal " PRISMAL_VERSION);
   tools::addRenderCommand(app, status);
+  tools::addInstallCommand(app, status);
+  tools::addUninstallCommand(app, status);
+  tools::addListCommand(app, status);
+  tools::addSettingsCommand(app, status);
+  tools::addNotifyCommand(app, status);
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
   tools::addReplayCommand(app, status);
@@ -41,6 +51,8 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   // Whoever reads our output may go; that is an error of writing, not a reason to die untidily.
   std::signal(SIGPIPE, SIG_IGN);
+  // So is a limit on the size of files.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {

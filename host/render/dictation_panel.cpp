@@ -90,7 +90,8 @@ void showDictation(const LiveKeyplane& keyplane, const KeyplaneChoice& choice) {
   show(keyplane, choice);
   const drawing::Size size = keyplane.placed.size;
   panelView().setFrame({0, 0, size.width, size.height});
-  keyboard::setRenderConfig(keyboard::keyboard().dictationView.get(), kConfigurations[static_cast<int>(choice.look)]);
+  keyboard::setRenderConfig(keyboard::keyboard().dictationView.get(),
+                            kConfigurations[static_cast<int>(choice.look)]);
 }
 
 drawing::KeyboardPicture pictureOfDictation(const LiveKeyplane& keyplane,

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "device/open_device.h"
 #include "host/keyboard/cache.h"
 #include "host/keyboard/keyboard.h"
 #include "host/system/device.h"
@@ -29,21 +30,7 @@ namespace {
 
 constexpr const char* kBundleIdentifier = "net.quillon.prismal.host";
 
-Result<DeviceRoot> openDevice(const fs::path& path) {
-  auto root = DeviceRoot::open(path, DeviceRoot::Creation::kNever);
-  if (!root) {
-    return Failure(root.failure().error, "no device at " + path.string() + ": " + root.reason());
-  }
-  if (root->isMachineRoot()) {
-    return Failure(EINVAL, path.string() + ": this machine's own root can't be a device");
-  }
-  return root;
-}
-
 std::optional<Failure> contradiction(const Dress& dress) {
-  if (dress.device_root && dress.device_root->empty()) {
-    return Failure(EINVAL, "--device-root names no directory");
-  }
   if (!dress.theme.empty() && dress.device_root) {
     return Failure(EINVAL,
                    "a THEME or --device-root, not both: one is drawn in place of the other");
@@ -102,12 +89,9 @@ std::optional<Failure> loadLibrary(const fs::path& library) {
 Result<KeyboardProcess> KeyboardProcess::start(const Dress& dress, double scale) {
   if (auto failure = contradiction(dress)) return *std::move(failure);
   std::optional<host::files::TemporaryDirectory> made;
-  fs::path path = dress.device_root.value_or(fs::path());
-  if (path.empty()) {
-    const bool isPrivate = dress.system || !dress.theme.empty();
-    path = isPrivate ? made.emplace().path() : host::files::defaultDeviceRoot();
-  }
-  auto root = openDevice(path);
+  device::Place place = dress.device_root;
+  if (!place && (dress.system || !dress.theme.empty())) place = made.emplace().path();
+  auto root = device::openDevice(place, DeviceRoot::Creation::kNever);
   if (!root) return root.failure();
   if (const auto put = putOn(*root, dress); !put) return put.failure();
   startHost(*std::move(root), dress, scale);
