@@ -14,6 +14,7 @@
 #include "replay.h"
 #include "settings.h"
 #include "uninstall.h"
+#include "watch.h"
 
 namespace {
 
@@ -31,6 +32,7 @@ int run(int argc, char** argv) {
   tools::addListCommand(app, status);
   tools::addSettingsCommand(app, status);
   tools::addNotifyCommand(app, status);
+  tools::addWatchCommand(app, status);
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
   tools::addReplayCommand(app, status);

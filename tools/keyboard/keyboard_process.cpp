@@ -1,5 +1,6 @@
 #include "keyboard/keyboard_process.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <set>
@@ -41,6 +42,15 @@ std::optional<Failure> contradiction(const Dress& dress) {
   return std::nullopt;
 }
 
+/// What the library logs in every process that shows a keyboard.
+constexpr std::string_view kRoutineLines[] = {
+    "QZ Bundle: ", "PM: Clear Keyboard Cache: ", "PM: Enabled(", "PM: InitColorCache: "};
+
+bool isRoutine(std::string_view line) {
+  return std::ranges::any_of(kRoutineLines,
+                             [&](std::string_view start) { return line.starts_with(start); });
+}
+
 void tell(const std::vector<std::string>& missingPictures, const Dress& dress) {
   if (dress.quiet) return;
   for (const std::string& picture : missingPictures) {
@@ -65,11 +75,12 @@ Result<Done> putOn(const DeviceRoot& device, const Dress& dress) {
 void startHost(DeviceRoot root, const Dress& dress, double scale) {
   if (!dress.quiet) {
     // The library tells of a broken rule for every key; once is enough for a person.
-    host::system::setLogEcho(
-        [told = std::set<std::string, std::less<>>()](std::string_view line) mutable {
-          if (!told.emplace(line).second) return;
-          std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
-        });
+    host::system::setLogEcho([told = std::set<std::string, std::less<>>(),
+                              faultsOnly = dress.faultsOnly](std::string_view line) mutable {
+      if (faultsOnly && isRoutine(line)) return;
+      if (!told.emplace(line).second) return;
+      std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+    });
   }
   host::system::startProcess(std::move(root), kBundleIdentifier);
   host::system::setDevice({.screenScale = scale, .interfaceIdiom = 0, .systemVersion = "7.0.4"});

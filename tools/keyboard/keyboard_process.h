@@ -24,6 +24,8 @@ struct Dress {
   std::filesystem::path library;
   /// Neither what the library logs nor which pictures are missing is told on standard error.
   bool quiet = false;
+  /// Neither are the lines that the library logs whatever the theme is.
+  bool faultsOnly = false;
 };
 
 /// Makes this program a process with a keyboard in it, dressed as it was asked for: once a process,
