@@ -42,28 +42,30 @@ struct WatchOptions {
   fs::path output;
 };
 
-/// How long nothing more is saved before it is drawn, and how long a drawing is put off for that.
-/// Some programs save a file in several steps, or many files at once.
+/// How long nothing more is saved before a drawing begins: some programs save a file in several
+/// steps. A picture that is overtaken by another save while it is drawn is not shown, unless saves
+/// have followed each other without end.
 constexpr std::chrono::milliseconds kQuiet{10};
-constexpr std::chrono::milliseconds kLongest{100};
+constexpr std::chrono::milliseconds kLongest{500};
 
 int refuse(const std::string& reason) {
   std::fprintf(stderr, "prismal watch: %s\n", reason.c_str());
   return kTrouble;
 }
 
+/// Where a picture waits until it is known whether it is shown.
+fs::path nextPicture(const WatchOptions& options) {
+  fs::path next = options.output;
+  return next += ".next";
+}
+
 /// In the process of the drawing. The last good picture stays when there is no new one.
 int draw(const WatchOptions& options, host::drawing::Fonts& fonts) {
-  const auto begun = Clock::now();
   const auto picture =
       render::drawView(options.dress, keyboard::viewOf(options.view), options.scale, fonts);
   if (!picture) return refuse(picture.reason());
-  const auto written = writeOutput(options.output, host::images::encodePng(*picture));
-  if (!written) return refuse(options.output.string() + ": " + written.reason());
-  if (options.dress.quiet) return kDone;
-  const auto taken = std::chrono::round<std::chrono::milliseconds>(Clock::now() - begun);
-  std::printf("%s: drawn in %d ms\n", options.output.c_str(), static_cast<int>(taken.count()));
-  return kDone;
+  const auto written = writeOutput(nextPicture(options), host::images::encodePng(*picture));
+  return written ? kDone : refuse(options.output.string() + ": " + written.reason());
 }
 
 /// Draws what is there, then again whenever it changes, until a signal asks for the end.
@@ -81,10 +83,14 @@ class Watcher {
         continue;
       }
       wait();
-      if (signals_.takeEnd()) return kDone;
-      if (drawing_.takeStatus() == -1) refuse("the process that draws has died");
+      if (signals_.takeEnd()) break;
       if (watch_->takeChanges()) noteChange();
+      if (const auto status = drawing_.takeStatus()) takePicture(*status);
     }
+    drawing_.finish();
+    std::error_code error;
+    fs::remove(nextPicture(options_), error);
+    return kDone;
   }
 
  private:
@@ -92,8 +98,29 @@ class Watcher {
 
   void noteChange() {
     const auto now = Clock::now();
-    if (!due_) latest_ = now + kLongest;
-    due_ = std::min(now + kQuiet, latest_);
+    if (!unshownSince_) unshownSince_ = now;
+    due_ = std::min(now + kQuiet, *unshownSince_ + kLongest);
+  }
+
+  void takePicture(int status) {
+    if (status == -1) refuse("the process that draws has died");
+    const auto since = *unshownSince_;
+    if (status == kDone && due_ && Clock::now() < since + kLongest) return;
+    if (status == kDone) show(since);
+    unshownSince_ = due_ ? std::optional(Clock::now()) : std::nullopt;
+  }
+
+  void show(Clock::time_point since) const {
+    std::error_code error;
+    fs::rename(nextPicture(options_), options_.output, error);
+    if (error) {
+      refuse(options_.output.string() + ": " + error.message());
+      return;
+    }
+    if (options_.dress.quiet) return;
+    const auto taken = std::chrono::round<std::chrono::milliseconds>(Clock::now() - since);
+    std::printf("%s: drawn in %d ms\n", options_.output.c_str(), static_cast<int>(taken.count()));
+    std::fflush(stdout);
   }
 
   /// The watch is there before the drawing reads the theme: whatever is saved later counts.
@@ -131,7 +158,7 @@ class Watcher {
   watch::Drawing drawing_;
   std::optional<FileWatch> watch_;
   std::optional<Clock::time_point> due_ = Clock::now();
-  Clock::time_point latest_;
+  std::optional<Clock::time_point> unshownSince_ = due_;
 };
 
 int run(const WatchOptions& options) {

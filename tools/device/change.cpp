@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "device/places.h"
+#include "held_interruptions.h"
 
 namespace tools::device {
 
@@ -33,14 +34,16 @@ Result<Descriptor> openLock(const DeviceRoot& device) {
   return lock;
 }
 
-bool wait(const Descriptor& lock) {
-  for (auto waited = kBetweenTries; waited < kAMoment; waited += kBetweenTries) {
-    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) return true;
-    if (errno != EWOULDBLOCK) return false;
+// Asks again and again: a wait in the kernel would miss a signal that came just before it.
+Result<Done> wait(const Descriptor& lock) {
+  for (auto waited = kBetweenTries;; waited += kBetweenTries) {
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) return Done();
+    if (errno != EWOULDBLOCK && errno != EINTR) return host::files::lastFailure();
+    if (HeldInterruptions::came()) return Failure(EINTR, "interrupted; nothing has changed");
+    if (waited == kAMoment)
+      std::fputs("waiting for another program that changes the device\n", stderr);
     std::this_thread::sleep_for(kBetweenTries);
   }
-  std::fputs("waiting for another program that changes the device\n", stderr);
-  return ::flock(lock.get(), LOCK_EX) == 0;
 }
 
 Result<Done> clearLeftovers(const DeviceRoot& device) {
@@ -57,7 +60,7 @@ Result<Change> Change::begin(const DeviceRoot& device) {
   if (!lock) {
     return Failure(lock.failure().error, std::string(kOwnFolder) + ": " + lock.reason());
   }
-  if (!wait(*lock)) return host::files::lastFailure();
+  if (const auto waited = wait(*lock); !waited) return waited.failure();
   if (const auto cleared = clearLeftovers(device); !cleared) return cleared.failure();
   return Change(device, *std::move(lock));
 }

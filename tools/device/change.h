@@ -12,7 +12,7 @@ class Change {
  public:
   /// Waits until no other process changes the device, says so on standard error when that takes
   /// longer than a moment, and clears away what killed ones have left. Fails with EINTR when a
-  /// signal ends the wait.
+  /// signal that HeldInterruptions notes ends the wait.
   static host::files::Result<Change> begin(const host::files::DeviceRoot& device);
 
   Change(Change&&) = default;

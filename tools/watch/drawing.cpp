@@ -23,10 +23,11 @@ int drawAlone(const std::function<int()>& draw) {
 
 }  // namespace
 
-Drawing::~Drawing() {
+void Drawing::finish() {
   if (!isGoingOn()) return;
   while (waitpid(process_, nullptr, 0) < 0 && errno == EINTR) {
   }
+  process_ = 0;
 }
 
 bool Drawing::start(const std::function<int()>& draw) {

@@ -14,12 +14,14 @@ class Drawing {
   Drawing() = default;
   Drawing(const Drawing&) = delete;
   Drawing& operator=(const Drawing&) = delete;
-  ~Drawing();
+  ~Drawing() { finish(); }
 
   bool isGoingOn() const { return process_ > 0; }
   /// Calls `draw` in a copy of this process, which exits with what it answers. False when none can
   /// be made; only while none is going on.
   bool start(const std::function<int()>& draw);
+  /// Waits for the drawing that is going on, if any, and forgets it.
+  void finish();
   /// The status with which the drawing has exited, once: none while it goes on, -1 when it died.
   std::optional<int> takeStatus();
 
