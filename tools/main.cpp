@@ -16,12 +16,18 @@
 #include "explain.h"
 #include "format.h"
 #include "host/plist/description.h"
+#include "install.h"
 #include "keys.h"
+#include "list.h"
 #include "names.h"
 #include "new.h"
+#include "notify.h"
 #include "render.h"
 #include "replay.h"
+#include "settings.h"
 #include "suggestion.h"
+#include "uninstall.h"
+#include "watch.h"
 
 namespace {
 
@@ -68,6 +74,12 @@ int run(int argc, char** argv) {
   tools::addRenderCommand(app, status);
   tools::addCheckCommand(app, status);
   tools::addExplainCommand(app, status);
+  tools::addInstallCommand(app, status);
+  tools::addUninstallCommand(app, status);
+  tools::addListCommand(app, status);
+  tools::addSettingsCommand(app, status);
+  tools::addNotifyCommand(app, status);
+  tools::addWatchCommand(app, status);
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
   tools::addNewCommand(app, status);
@@ -104,6 +116,8 @@ int main(int argc, char** argv) {
   forgetDrawingPreferences();
   // Whoever reads our output may go; that is an error of writing, not a reason to die untidily.
   std::signal(SIGPIPE, SIG_IGN);
+  // So is a limit on the size of files.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     return run(argc, argv);
   } catch (const std::exception& error) {

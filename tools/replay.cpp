@@ -1,7 +1,6 @@
 #include "replay.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -15,6 +14,7 @@
 #include <vector>
 
 #include "exit_status.h"
+#include "held_interruptions.h"
 #include "host/files/temporary_directory.h"
 #include "library_path.h"
 #include "replay/player.h"
@@ -38,38 +38,6 @@ struct ReplayOptions {
 void complain(const std::string& message) {
   std::fprintf(stderr, "%s\n", message.c_str());
 }
-
-volatile std::sig_atomic_t interruption = 0;
-
-/// While this lives, a signal that asks the program to end is noted rather than obeyed at once, so
-/// that there is time to clean up.
-class HeldInterruptions {
- public:
-  HeldInterruptions() {
-    struct sigaction note {};
-    note.sa_handler = [](int signal) { interruption = signal; };
-    for (std::size_t i = 0; i < kSignals.size(); ++i) {
-      sigaction(kSignals[i], nullptr, &before_[i]);
-      if (before_[i].sa_handler != SIG_IGN) sigaction(kSignals[i], &note, nullptr);
-    }
-  }
-  HeldInterruptions(const HeldInterruptions&) = delete;
-  HeldInterruptions& operator=(const HeldInterruptions&) = delete;
-  ~HeldInterruptions() {
-    release();
-    if (interruption != 0) std::raise(interruption);
-  }
-  /// Obeys them again.
-  void release() const {
-    for (std::size_t i = 0; i < kSignals.size(); ++i) {
-      sigaction(kSignals[i], &before_[i], nullptr);
-    }
-  }
-
- private:
-  static constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
-  std::array<struct sigaction, kSignals.size()> before_{};
-};
 
 /// Plays one scenario in this process and returns its exit status.
 int play(const std::string& file, const scenario::Scenario& scenario, const fs::path& directory,
@@ -144,9 +112,9 @@ int replayFile(const std::string& file, const ReplayOptions& options) {
   }
   int waitStatus = 0;
   while (waitpid(child, &waitStatus, 0) < 0 && errno == EINTR) {
-    if (interruption != 0) kill(child, SIGKILL);
+    if (HeldInterruptions::came()) kill(child, SIGKILL);
   }
-  if (interruption != 0) return kTrouble;
+  if (HeldInterruptions::came()) return kTrouble;
   return statusOf(waitStatus, file);
 }
 

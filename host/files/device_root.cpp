@@ -1,7 +1,6 @@
 #include "host/files/device_root.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstdlib>
 #include <fcntl.h>
 #include <stdio.h>
@@ -32,55 +31,25 @@ bool isNothing(const Failure& failure) {
   return failure.error == ENOENT || failure.error == ENOTDIR;
 }
 
-// A file under a name that nobody else has, which goes unless it gets the name that it is for.
-class NewFile {
- public:
-  explicit NewFile(int directory) : directory_(directory) {
-    static std::atomic<unsigned> count = 0;
-    do {
-      name_ = ".prismal-" + std::to_string(::getpid()) + '-' + std::to_string(count++);
-      file_ = Descriptor(::openat(directory, name_.c_str(),
-                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
-    } while (!file_ && (errno == EEXIST || errno == EINTR));
-  }
-  NewFile(const NewFile&) = delete;
-  NewFile& operator=(const NewFile&) = delete;
-  ~NewFile() {
-    if (!file_) return;
-    const int error = errno;
-    removeEntry(directory_, name_.c_str());
-    errno = error;
-  }
-
-  bool write(std::string_view bytes) {
-    if (!file_) return false;
-    while (!bytes.empty()) {
-      const ssize_t written = ::write(file_.get(), bytes.data(), bytes.size());
-      if (written < 0 && errno != EINTR) return false;
-      if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return ::fchmod(file_.get(), 0644) == 0;  // whatever the process's umask
-  }
-
-  // Takes the place of whatever is called `name`.
-  bool replace(const char* name) {
-    if (::renameat(directory_, name_.c_str(), directory_, name) == 0) {
-      file_ = {};
-      return true;
-    }
-    if (errno != EISDIR) return false;
-    // A directory gives way only to an exchange; afterwards our old name is the tree's.
-    if (::renameat2(directory_, name_.c_str(), directory_, name, RENAME_EXCHANGE) == 0) return true;
-    if (errno != EINVAL && errno != ENOSYS) return false;  // only the file system's own refusal
-    errno = removeEntry(directory_, name);
-    return errno == 0 && replace(name);
-  }
-
- private:
-  int directory_;
-  std::string name_;
-  Descriptor file_;
+struct Place {
+  int directory;
+  std::string name;
 };
+
+bool rename(const Place& from, const Place& to, unsigned flags = 0) {
+  return ::renameat2(from.directory, from.name.c_str(), to.directory, to.name.c_str(), flags) == 0;
+}
+
+// Gives `from` the place of `to` and, where there was something, that one the place of `from`.
+bool exchange(const Place& from, const Place& to) {
+  if (rename(from, to, RENAME_EXCHANGE)) return true;
+  if (errno == ENOENT) return rename(from, to);
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  // The file system's own refusal, as over a network: for a moment nothing stands there.
+  const Place aside{from.directory, from.name + '~'};
+  if (!rename(to, aside)) return errno == ENOENT && rename(from, to);
+  return rename(from, to) && rename(aside, from);
+}
 
 }  // namespace
 
@@ -163,25 +132,56 @@ Result<std::string> DeviceRoot::readFile(std::string_view path, std::size_t max_
   return bytes;
 }
 
-Result<Done> DeviceRoot::writeFile(std::string_view path, std::string_view bytes) const {
+Result<Done> DeviceRoot::writeFile(std::string_view path, std::string_view bytes,
+                                   Durability durability) const {
+  auto file = prepareFile(path, bytes, durability);
+  if (!file) return file.failure();
+  return file->putInPlace();
+}
+
+Result<NewFile> DeviceRoot::prepareFile(std::string_view path, std::string_view bytes,
+                                        Durability durability) const {
   const SplitPath place = split(path);
   if (!place.namesEntry()) return Failure(EISDIR);
   // Before anything is made on the way to it.
   if (path.find('\0') != path.npos) return Failure(EINVAL);
-  const auto directory = ensureDirectory(place.parent);
+  auto directory = ensureDirectory(place.parent, durability);
   if (!directory) return directory.failure();
-  NewFile file(directory->get());
-  if (!file.write(bytes) || !file.replace(std::string(place.leaf).c_str())) return lastFailure();
+  return NewFile::write(*std::move(directory), std::string(place.leaf), bytes, durability);
+}
+
+Result<Done> DeviceRoot::moveTree(std::string_view from, std::string_view to) const {
+  const SplitPath source = split(from);
+  const SplitPath target = split(to);
+  if (!source.namesEntry() || !target.namesEntry()) return Failure(EINVAL);
+  const auto old_parent = openDirectory(source.parent);
+  if (!old_parent) return old_parent.failure();
+  const auto new_parent = ensureDirectory(target.parent, Durability::kSynced);
+  if (!new_parent) return new_parent.failure();
+  if (!exchange({old_parent->get(), std::string(source.leaf)},
+                {new_parent->get(), std::string(target.leaf)})) {
+    return lastFailure();
+  }
+  if (!syncDirectory(new_parent->get())) return lastFailure();
+  return Done{};
+}
+
+Result<Done> DeviceRoot::removeNewFiles(std::string_view path) const {
+  const auto directory = openDirectory(path);
+  if (!directory && isNothing(directory.failure())) return Done{};
+  if (!directory) return directory.failure();
+  const int error = files::removeNewFiles(directory->get());
+  if (error != 0) return Failure(error);
   return Done{};
 }
 
 Result<Done> DeviceRoot::makeDirectories(std::string_view path) const {
-  const auto directory = ensureDirectory(path);
+  const auto directory = ensureDirectory(path, Durability::kNone);
   if (!directory) return directory.failure();
   return Done{};
 }
 
-Result<Descriptor> DeviceRoot::ensureDirectory(std::string_view path) const {
+Result<Descriptor> DeviceRoot::ensureDirectory(std::string_view path, Durability durability) const {
   auto directory = openDirectory(path);
   if (directory || directory.failure().error != ENOENT) return directory;
   directory = openDirectory("/");
@@ -194,6 +194,9 @@ Result<Descriptor> DeviceRoot::ensureDirectory(std::string_view path) const {
     if (!next && next.failure().error == ENOENT) {
       const std::string name(path.substr(begin, end - begin));
       if (::mkdirat(directory->get(), name.c_str(), 0755) != 0 && errno != EEXIST) {
+        return lastFailure();
+      }
+      if (durability == Durability::kSynced && !syncDirectory(directory->get())) {
         return lastFailure();
       }
       next = openDirectory(path.substr(0, end));

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/files/descriptor.h"
+#include "host/files/new_file.h"
 #include "host/files/open_in_root.h"
 #include "host/files/result.h"
 
@@ -49,7 +50,23 @@ class DeviceRoot {
 
   /// Puts a file (mode 0644) in the place of whatever stands at `path`, a directory tree included.
   /// Who reads meanwhile sees the old or the new, whole. Missing parent directories are made.
-  Result<Done> writeFile(std::string_view path, std::string_view bytes) const;
+  Result<Done> writeFile(std::string_view path, std::string_view bytes,
+                         Durability durability = Durability::kNone) const;
+
+  /// The first half of writeFile: a new file with these bytes that waits to be put in the place of
+  /// what stands at `path`. What can fail for want of room has been done then.
+  Result<NewFile> prepareFile(std::string_view path, std::string_view bytes,
+                              Durability durability) const;
+
+  /// Moves the tree at `from` to `to`, in one step where the file system can. What stands at `to`
+  /// changes places with it; missing parent directories of `to` are made. Synced. Both must lie in
+  /// one file system.
+  Result<Done> moveTree(std::string_view from, std::string_view to) const;
+
+  /// Removes from the directory at `path` the files that prepareFile and writeFile have made in
+  /// processes that were killed before they had their places. For whoever knows that no other
+  /// process writes there now.
+  Result<Done> removeNewFiles(std::string_view path) const;
 
   /// Makes the directory at `path` and its parents where they are missing.
   Result<Done> makeDirectories(std::string_view path) const;
@@ -67,7 +84,7 @@ class DeviceRoot {
       : directory_(std::move(directory)), resolution_(resolution) {}
 
   Result<Descriptor> open(std::string_view path, int flags) const;
-  Result<Descriptor> ensureDirectory(std::string_view path) const;
+  Result<Descriptor> ensureDirectory(std::string_view path, Durability durability) const;
   bool isRoot(const Descriptor& directory) const;
 
   Descriptor directory_;

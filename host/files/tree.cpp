@@ -113,6 +113,13 @@ int removeContents(int directory) {
   return removeContents(directory, 0);
 }
 
+int listNames(int directory, std::vector<std::string>& names) {
+  std::vector<Entry> entries;
+  const int error = readEntries(directory, entries);
+  for (Entry& entry : entries) names.push_back(std::move(entry.name));
+  return error;
+}
+
 int listFiles(int directory, const std::string& prefix, std::vector<std::string>& files) {
   return listFiles(directory, prefix, files, 0);
 }

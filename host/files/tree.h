@@ -15,6 +15,9 @@ int removeEntry(int directory, const char* name);
 /// Empties `directory`, as removeEntry does.
 int removeContents(int directory);
 
+/// Appends to `names` the name of everything in `directory` itself, in no order.
+int listNames(int directory, std::vector<std::string>& names);
+
 /// Appends to `files` the path, beginning with `prefix` and a slash, of everything below
 /// `directory` that is no directory, in no order.
 int listFiles(int directory, const std::string& prefix, std::vector<std::string>& files);

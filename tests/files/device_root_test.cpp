@@ -108,6 +108,57 @@ TEST_P(DeviceRootTest, AWriteThatFailsLeavesNothingBehind) {
   EXPECT_FALSE(fs::exists(device_.outside() / "new"));
 }
 
+TEST_P(DeviceRootTest, APreparedFileWaitsForItsPlace) {
+  device_.file("/d/file", "old");
+  for (const Durability durability : {Durability::kNone, Durability::kSynced}) {
+    auto prepared = root_.prepareFile("/d/file", "new", durability);
+    ASSERT_TRUE(prepared);
+    EXPECT_EQ(*root_.readFile("/d/file", 10), "old");
+    EXPECT_EQ(root_.list("/d")->size(), 2U);
+    { const auto dropped = std::move(*prepared); }
+    EXPECT_EQ(*root_.list("/d"), (Paths{"/d/file"}));
+
+    auto kept = root_.prepareFile("/made/for/it", "new", durability);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(errorOf(kept->putInPlace()), 0);
+    EXPECT_EQ(*root_.list("/made"), (Paths{"/made/for/it"}));
+  }
+}
+
+TEST_P(DeviceRootTest, WhatKilledWritersLeaveCanBeCleared) {
+  device_.file("/d/.prismal-1-0", "half");
+  device_.file("/d/.prismal-77-12", "half");
+  device_.file("/d/.prismal.conf", "kept");
+  device_.file("/d/below/.prismal-1-0", "kept");
+  device_.link("/d/.prismal-2-0", device_.absoluteWayOut());
+  EXPECT_EQ(errorOf(root_.removeNewFiles("/d")), 0);
+  EXPECT_EQ(*root_.list("/d"), (Paths{"/d/.prismal.conf", "/d/below/.prismal-1-0"}));
+  EXPECT_EQ(errorOf(root_.removeNewFiles("/none")), 0);
+  EXPECT_TRUE(device_.outsideIsUntouched());
+}
+
+TEST_P(DeviceRootTest, TreesMoveAndChangePlaces) {
+  device_.file("/new/a", "new");
+  EXPECT_EQ(errorOf(root_.moveTree("/new/", "/x/y/place")), 0);
+  EXPECT_EQ(*root_.list("/"), (Paths{"/x/y/place/a"}));
+  device_.file("/new/b", "newer");
+  EXPECT_EQ(errorOf(root_.moveTree("/new", "/x/y/place")), 0);
+  EXPECT_EQ(*root_.list("/"), (Paths{"/new/a", "/x/y/place/b"}));
+  device_.link("/link", device_.absoluteWayOut());
+  EXPECT_EQ(errorOf(root_.moveTree("/new", "/link")), 0);
+  EXPECT_EQ(*root_.list("/"), (Paths{"/link/a", "/new", "/x/y/place/b"}));
+  const struct {
+    std::string from, to;
+    int error;
+  } refused[] = {{"/", "/z", EINVAL},     {"/x/..", "/z", EINVAL},      {"/x", "/y/..", EINVAL},
+                 {"/none", "/z", ENOENT}, {"/x", "/x/y/below", EINVAL}, {"/x", "/new/z", ENOENT}};
+  for (const auto& [from, to, error] : refused) {
+    EXPECT_EQ(errorOf(root_.moveTree(from, to)), error) << from << " to " << to;
+  }
+  EXPECT_EQ(*root_.list("/"), (Paths{"/link/a", "/new", "/x/y/place/b"}));
+  EXPECT_TRUE(device_.outsideIsUntouched());
+}
+
 TEST_P(DeviceRootTest, DirectoriesAreMadeInsideTheRoot) {
   device_.file("/file", "");
   device_.link("/var", "private/var");

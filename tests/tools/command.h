@@ -36,9 +36,15 @@ class Command : public testing::Test {
 
   /// `redirection` says which streams are looked at; both, unless it is given.
   Outcome prismal(const std::string& arguments, const std::string& redirection = "2>&1") const {
-    const std::string home = "XDG_DATA_HOME='" + folder().string() + "' ";
-    const std::string command = "cd '" + folder().string() + "' && " + home + "'" PRISMAL "' " +
-                                arguments + " " + redirection;
+    return script("'" PRISMAL "' " + arguments + " " + redirection);
+  }
+
+  /// Several commands; `prismal` is found among them.
+  Outcome script(const std::string& commands) const {
+    const std::string place = std::filesystem::path(PRISMAL).parent_path().string();
+    const std::string command = "cd '" + folder().string() + "' && export XDG_DATA_HOME='" +
+                                folder().string() + "' PATH='" + place + "':\"$PATH\" && " +
+                                commands;
     FILE* const pipe = popen(command.c_str(), "r");
     Outcome outcome;
     std::array<char, 4096> buffer{};

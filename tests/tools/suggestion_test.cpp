@@ -16,7 +16,7 @@ TEST(Suggestion, IsTheNearestWordWithinAThird) {
       {"redner", "render"},
       {"renderr", "render"},
       {"rander", "render"},
-      {"rndr", "render"},
+      {"rndr", {}},
       {"rnd", {}},
       {"kyes", "keys"},
       {"key", "keys"},
@@ -31,7 +31,7 @@ TEST(Suggestion, IsTheNearestWordWithinAThird) {
       {"", {}},
       {"renderrender", {}},
       {"rendre", "render"},
-      {"nws", "new"},
+      {"nws", {}},
   };
   for (const auto& [mistyped, meant] : cases) {
     EXPECT_EQ(nearest(mistyped, kWords), meant) << mistyped;

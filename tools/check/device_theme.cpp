@@ -8,6 +8,7 @@
 #include "backgrounds/background_lookup.h"
 #include "backgrounds/dictation_background.h"
 #include "backgrounds/orientation.h"
+#include "device/places.h"
 #include "host/files/result.h"
 #include "host/images/encode.h"
 #include "host/plist/builder.h"
@@ -34,7 +35,7 @@ void require(const host::files::Result<host::files::Done>& written) {
 }
 
 void write(const DeviceRoot& device, PropertyListView root) {
-  require(device.writeFile(theme::kMergedTheme, theme::fileOf(root)));
+  require(device.writeFile(tools::device::kMergedTheme, theme::fileOf(root)));
 }
 
 std::optional<std::size_t> numberOf(platform::UIImage handle) {

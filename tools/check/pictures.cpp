@@ -184,8 +184,11 @@ std::vector<Picture> checkPictures(Theme& theme, const Boards& boards,
     Picture picture = checkEntry(theme, entry, files, isAskedFor);
     if (!isAskedFor) continue;
     if (!picture.sizes.empty()) {
-      theme::copyPicture(theme.source.folder(), normal(picture.path), device, kDirectory,
-                         picture.device_path);
+      const std::string path = normal(picture.path);
+      // What can't be copied is missing on the device, and what is drawn there is without it.
+      static_cast<void>(theme::copyPicture(theme.source.folder(), path, device, kDirectory,
+                                           host::files::Durability::kNone));
+      picture.device_path = std::string(kDirectory) + path;
     }
     pictures.push_back(std::move(picture));
   }

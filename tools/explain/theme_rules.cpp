@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "device/places.h"
 #include "host/plist/node.h"
 #include "theme/theme_source.h"
 
@@ -14,8 +15,8 @@ using platform::PropertyList;
 
 Result<ThemeRules> ThemeRules::read(const keyboard::Dress& dress) {
   if (dress.theme.empty()) {
-    return ThemeRules(std::string(theme::kMergedTheme),
-                      PropertyList::dictionaryWithContentsOfFile(theme::kMergedTheme));
+    return ThemeRules(std::string(device::kMergedTheme),
+                      PropertyList::dictionaryWithContentsOfFile(device::kMergedTheme));
   }
   const auto source = theme::ThemeSource::read(dress.theme);
   if (!source) return source.failure();

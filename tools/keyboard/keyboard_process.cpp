@@ -1,5 +1,6 @@
 #include "keyboard/keyboard_process.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <functional>
@@ -9,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "device/open_device.h"
 #include "host/keyboard/cache.h"
 #include "host/keyboard/keyboard.h"
 #include "host/system/device.h"
@@ -32,21 +34,7 @@ namespace {
 
 constexpr const char* kBundleIdentifier = "net.quillon.prismal.host";
 
-Result<DeviceRoot> openDevice(const fs::path& path) {
-  auto root = DeviceRoot::open(path, DeviceRoot::Creation::kNever);
-  if (!root) {
-    return Failure(root.failure().error, "no device at " + path.string() + ": " + root.reason());
-  }
-  if (root->isMachineRoot()) {
-    return Failure(EINVAL, path.string() + ": this machine's own root can't be a device");
-  }
-  return root;
-}
-
 std::optional<Failure> contradiction(const Dress& dress) {
-  if (dress.device_root && dress.device_root->empty()) {
-    return Failure(EINVAL, "--device-root names no directory");
-  }
   if (!dress.theme.empty() && dress.device_root) {
     return Failure(EINVAL,
                    "a THEME or --device-root, not both: one is drawn in place of the other");
@@ -57,20 +45,31 @@ std::optional<Failure> contradiction(const Dress& dress) {
   return std::nullopt;
 }
 
+/// What the library logs in every process that shows a keyboard.
+constexpr std::string_view kRoutineLines[] = {
+    "QZ Bundle: ", "PM: Clear Keyboard Cache: ", "PM: Enabled(", "PM: InitColorCache: "};
+
+bool isRoutine(std::string_view line) {
+  return std::ranges::any_of(kRoutineLines,
+                             [&](std::string_view start) { return line.starts_with(start); });
+}
+
 /// What is told for people goes to standard error, each line once: the library tells of a broken
 /// rule for every key.
 class Teller {
  public:
-  explicit Teller(const Dress& dress) : quiet_(dress.quiet), prefix_(dress.told_as) {
+  explicit Teller(const Dress& dress)
+      : quiet_(dress.quiet), faultsOnly_(dress.faultsOnly), prefix_(dress.told_as) {
     if (!prefix_.empty()) prefix_ += ": ";
   }
   void operator()(std::string_view line) {
-    if (quiet_ || !told_->emplace(line).second) return;
+    if (quiet_ || (faultsOnly_ && isRoutine(line)) || !told_->emplace(line).second) return;
     std::fprintf(stderr, "%s%.*s\n", prefix_.c_str(), static_cast<int>(line.size()), line.data());
   }
 
  private:
   bool quiet_;
+  bool faultsOnly_;
   std::string prefix_;
   std::shared_ptr<std::set<std::string, std::less<>>> told_ =
       std::make_shared<std::set<std::string, std::less<>>>();
@@ -118,12 +117,9 @@ std::optional<Failure> loadLibrary(const fs::path& library) {
 Result<KeyboardProcess> KeyboardProcess::start(const Dress& dress, double scale) {
   if (auto failure = contradiction(dress)) return *std::move(failure);
   std::optional<host::files::TemporaryDirectory> made;
-  fs::path path = dress.device_root.value_or(fs::path());
-  if (path.empty()) {
-    const bool isPrivate = dress.system || !dress.theme.empty();
-    path = isPrivate ? made.emplace().path() : host::files::defaultDeviceRoot();
-  }
-  auto root = openDevice(path);
+  device::Place place = dress.device_root;
+  if (!place && (dress.system || !dress.theme.empty())) place = made.emplace().path();
+  auto root = device::openDevice(place, DeviceRoot::Creation::kNever);
   if (!root) return root.failure();
   if (const auto put = putOn(*root, dress); !put) return put.failure();
   startHost(*std::move(root), dress, scale);

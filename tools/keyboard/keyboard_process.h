@@ -24,6 +24,8 @@ struct Dress {
   std::filesystem::path library;
   /// Neither what the library logs nor which pictures are missing is told on standard error.
   bool quiet = false;
+  /// Neither are the lines that the library logs whatever the theme is.
+  bool faultsOnly = false;
   /// What goes before each of these lines, when another process tells some of its own.
   std::string told_as;
 };

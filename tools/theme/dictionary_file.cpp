@@ -12,7 +12,7 @@ namespace tools::theme {
 
 namespace fs = std::filesystem;
 using host::files::DeviceRoot;
-using host::files::Done;
+using host::files::Durability;
 using host::files::Failure;
 using host::files::Result;
 
@@ -20,27 +20,25 @@ namespace {
 
 constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 
-/// A relative path of a picture as it lies in its folder; none when it leads out of it.
-std::optional<std::string> pathInFolder(std::string_view path) {
-  const std::string inFolder = fs::path(path).lexically_normal().string();
-  if (inFolder == ".." || inFolder.starts_with("../")) return std::nullopt;
-  return inFolder;
-}
-
 }  // namespace
+
+Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::string_view path,
+                                              const std::string& what) {
+  const auto bytes = root.readFile(path, kMaxBytes);
+  if (!bytes) return bytes.failure();
+  auto reading = host::plist::read(*bytes);
+  if (!reading) return Failure(EINVAL, std::move(reading.reason));
+  if (!reading.list.isDictionary()) return Failure(EINVAL, what + " is a dictionary, this is not");
+  return std::move(reading.list);
+}
 
 Result<DictionaryFile> readDictionaryFile(const fs::path& file, const std::string& what) {
   auto folder = DeviceRoot::open(file.has_parent_path() ? file.parent_path() : fs::path("."),
                                  DeviceRoot::Creation::kNever);
   if (!folder) return Failure(folder.failure().error, file.string() + ": " + folder.reason());
-  const auto bytes = folder->readFile(file.filename().string(), kMaxBytes);
-  if (!bytes) return Failure(bytes.failure().error, file.string() + ": " + bytes.reason());
-  auto reading = host::plist::read(*bytes);
-  if (!reading) return Failure(EINVAL, file.string() + ": " + reading.reason);
-  if (!reading.list.isDictionary()) {
-    return Failure(EINVAL, file.string() + ": " + what + " is a dictionary, this is not");
-  }
-  return DictionaryFile{std::move(reading.list), *std::move(folder)};
+  auto list = readDictionary(*folder, file.filename().string(), what);
+  if (!list) return Failure(list.failure().error, file.string() + ": " + list.reason());
+  return DictionaryFile{*std::move(list), *std::move(folder)};
 }
 
 std::string fileOf(platform::PropertyListView list) {
@@ -52,21 +50,28 @@ bool isDevicePath(std::string_view path) {
   return path.empty() || path.starts_with('/');
 }
 
-std::optional<std::string> copyPicture(const DeviceRoot& folder, std::string_view path,
-                                       const DeviceRoot& device, std::string_view directory,
-                                       std::string& devicePath) {
-  const auto inFolder = pathInFolder(path);
-  if (!inFolder) return "leads out of the folder";
-  devicePath = std::string(directory) + *inFolder;
-  const auto copy = [&](const std::string& from, const std::string& to) {
-    const auto bytes = folder.readFile(from, kMaxBytes);
-    return bytes ? device.writeFile(to, *bytes) : Result<Done>(bytes.failure());
-  };
-  const auto plain = copy(*inFolder, devicePath);
-  const auto sibling =
-      copy(prismal::doubleResolutionPath(*inFolder), prismal::doubleResolutionPath(devicePath));
-  if (plain || sibling) return std::nullopt;
-  return plain.reason();
+std::optional<std::string> pathInFolder(std::string_view path) {
+  const std::string inFolder = fs::path(path).lexically_normal().string();
+  if (inFolder == ".." || inFolder.starts_with("../")) return std::nullopt;
+  return inFolder;
+}
+
+Result<std::optional<std::string>> copyPicture(const DeviceRoot& folder, const std::string& path,
+                                               const DeviceRoot& device, std::string_view directory,
+                                               Durability durability) {
+  std::optional<std::string> missing;
+  bool isThere = false;
+  for (const std::string& name : {path, prismal::doubleResolutionPath(path)}) {
+    const auto bytes = folder.readFile(name, kMaxBytes);
+    isThere = isThere || bytes;
+    if (!bytes && !missing) missing = bytes.reason();
+    if (!bytes) continue;
+    const std::string target = std::string(directory) + name;
+    const auto written = device.writeFile(target, *bytes, durability);
+    if (!written) return Failure(written.failure().error, target + ": " + written.reason());
+  }
+  if (isThere) missing.reset();
+  return missing;
 }
 
 }  // namespace tools::theme

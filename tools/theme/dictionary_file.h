@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "host/files/device_root.h"
 #include "host/files/result.h"
@@ -16,8 +17,13 @@ struct DictionaryFile {
   host::files::DeviceRoot folder;  ///< paths are resolved in it and can't leave it
 };
 
-/// Reads the dictionary in `file`. The failure's text names the file and, inside it, the place;
-/// `what` is what the file should hold, for people.
+/// Reads the dictionary in the file at `path` of a root. `what` is what it should hold, for people;
+/// the failure's text names the place in the file and not the file.
+host::files::Result<platform::PropertyList> readDictionary(const host::files::DeviceRoot& root,
+                                                           std::string_view path,
+                                                           const std::string& what);
+
+/// The same for a file of this machine; the failure's text names the file, too.
 host::files::Result<DictionaryFile> readDictionaryFile(const std::filesystem::path& file,
                                                        const std::string& what);
 
@@ -28,11 +34,17 @@ std::string fileOf(platform::PropertyListView list);
 /// Whether a path that a theme or the settings name is one of the device already.
 bool isDevicePath(std::string_view path);
 
-/// Copies the picture at `path` in `folder`, as it is written in a list, and its double-resolution
-/// sibling into the device's directory `directory` (with a slash at its end). `devicePath` becomes
-/// where it then lies. None when there was one of them, else why not.
-std::optional<std::string> copyPicture(const host::files::DeviceRoot& folder, std::string_view path,
-                                       const host::files::DeviceRoot& device,
-                                       std::string_view directory, std::string& devicePath);
+/// A relative path of a picture, as it is written in a list, as it lies in its folder; none when it
+/// leads out of it.
+std::optional<std::string> pathInFolder(std::string_view path);
+
+/// Copies the picture at `path` in `folder`, one of pathInFolder, and its double-resolution sibling
+/// to the same path below the device's directory `directory` (with a slash at its end). The answer
+/// is why there is neither, if so; a failure is the device's, and its text names the place there.
+host::files::Result<std::optional<std::string>> copyPicture(const host::files::DeviceRoot& folder,
+                                                            const std::string& path,
+                                                            const host::files::DeviceRoot& device,
+                                                            std::string_view directory,
+                                                            host::files::Durability durability);
 
 }  // namespace tools::theme

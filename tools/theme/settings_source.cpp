@@ -3,19 +3,19 @@
 #include <string_view>
 #include <utility>
 
+#include "device/places.h"
 #include "host/plist/builder.h"
 
 namespace tools::theme {
 
 using host::files::DeviceRoot;
+using host::files::Durability;
 using host::files::Result;
 using host::plist::Builder;
 using platform::PropertyListView;
 
 namespace {
 
-constexpr std::string_view kSettings = "/var/mobile/Library/Preferences/net.quillon.prismal.plist";
-constexpr std::string_view kPictures = "/var/mobile/Library/Prismal/Pictures/";
 constexpr std::string_view kImages = "backgroundImages";
 
 /// Rewrites the user's pictures for the device that they are copied to.
@@ -43,11 +43,19 @@ class Pictures {
   PropertyListView copy(Builder& builder, PropertyListView value) {
     const std::string_view written = value.string().value_or("");
     if (isDevicePath(written)) return value;
-    std::string path;
-    if (const auto failure = copyPicture(folder_, written, device_, kPictures, path)) {
-      missing.push_back("settings: backgroundImages: " + std::string(written) + ": " + *failure);
+    const auto path = pathInFolder(written);
+    if (!path) {
+      tell(written, "leads out of the folder");
+      return value;
     }
-    return path.empty() ? value : builder.string(path);
+    const auto copied = copyPicture(folder_, *path, device_, device::kPictures, Durability::kNone);
+    if (!copied) tell(written, copied.reason());
+    if (copied && *copied) tell(written, **copied);
+    return builder.string(std::string(device::kPictures) + *path);
+  }
+
+  void tell(std::string_view written, const std::string& reason) {
+    missing.push_back("settings: backgroundImages: " + std::string(written) + ": " + reason);
   }
 
   const DeviceRoot& folder_;
@@ -66,7 +74,7 @@ Result<std::vector<std::string>> putSettingsOn(const DeviceRoot& device, const s
   if (const auto images = file->list.objectForKey(kImages); images.isDictionary()) {
     entries.push_back({kImages, pictures.rewrite(builder, images)});
   }
-  const auto put = device.writeFile(kSettings, fileOf(builder.dictionary(entries)));
+  const auto put = device.writeFile(device::kSettings, fileOf(builder.dictionary(entries)));
   if (!put) return put.failure();
   return std::move(pictures.missing);
 }

@@ -1,24 +1,17 @@
 #include "theme/theme_source.h"
 
 #include <filesystem>
-#include <optional>
 #include <system_error>
 
-#include "host/plist/builder.h"
+#include "device/places.h"
+#include "theme/device_paths.h"
 
 namespace tools::theme {
 
 namespace fs = std::filesystem;
 using host::files::DeviceRoot;
+using host::files::Durability;
 using host::files::Result;
-using host::plist::Builder;
-
-namespace {
-
-constexpr std::string_view kThemesFolder = "/var/mobile/Library/Prismal/Themes/";
-constexpr std::string_view kImages = "BackgroundImages";
-
-}  // namespace
 
 std::string themeName(const std::string& path) {
   std::error_code error;
@@ -36,29 +29,35 @@ Result<ThemeSource> ThemeSource::read(const std::string& path) {
   return ThemeSource(*std::move(file), themeName(path));
 }
 
-Result<std::vector<std::string>> ThemeSource::putOn(const DeviceRoot& device) const {
-  const std::string folder = std::string(kThemesFolder) + name_ + "/";
-  Builder builder;
-  std::vector<Builder::Entry> images;
+Result<std::vector<std::string>> ThemeSource::copyPictures(const DeviceRoot& device,
+                                                           std::string_view directory,
+                                                           Durability durability) const {
   std::vector<std::string> missing;
-  for (const auto& [key, value] : list().objectForKey(kImages).entries()) {
+  for (const auto& [key, value] : list().objectForKey("BackgroundImages").entries()) {
     const std::string_view written = value.string().value_or("");
-    images.push_back({key, value});
     if (isDevicePath(written)) continue;
-    std::string path;
-    const auto failure = copyPicture(file_.folder, written, device, folder, path);
-    if (!path.empty()) images.back().value = builder.string(path);
-    if (!failure) continue;
-    missing.push_back(name_ + ": BackgroundImages: " + std::string(key) + ": " +
-                      std::string(written) + ": " + *failure);
+    const auto tell = [&, &key = key](const std::string& reason) {
+      missing.push_back(name_ + ": BackgroundImages: " + std::string(key) + ": " +
+                        std::string(written) + ": " + reason);
+    };
+    const auto path = pathInFolder(written);
+    if (!path) {
+      tell("leads out of the folder");
+      continue;
+    }
+    const auto copied = copyPicture(file_.folder, *path, device, directory, durability);
+    if (!copied) return copied.failure();
+    if (*copied) tell(**copied);
   }
-  std::vector<Builder::Entry> sections;
-  for (const auto& section : list().entries()) sections.push_back(section);
-  if (list().objectForKey(kImages).isDictionary()) {
-    sections.push_back({kImages, builder.dictionary(images)});
-  }
-  const auto root = builder.dictionary(sections);
-  if (auto put = device.writeFile(kMergedTheme, fileOf(root)); !put) return put.failure();
+  return missing;
+}
+
+Result<std::vector<std::string>> ThemeSource::putOn(const DeviceRoot& device) const {
+  const std::string folder = std::string(device::kThemes) + name_ + "/";
+  auto missing = copyPictures(device, folder, Durability::kNone);
+  if (!missing) return missing;
+  const auto theme = fileOf(withDevicePaths(list(), folder));
+  if (auto put = device.writeFile(device::kMergedTheme, theme); !put) return put.failure();
   return missing;
 }
 

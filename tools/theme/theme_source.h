@@ -9,10 +9,6 @@
 
 namespace tools::theme {
 
-/// The device path of the one theme file that the library reads.
-inline constexpr std::string_view kMergedTheme =
-    "/var/mobile/Library/Preferences/net.quillon.prismal.mergedThemes.plist";
-
 /// What to call the theme at `path`: its last part without an extension.
 std::string themeName(const std::string& path);
 
@@ -28,10 +24,16 @@ class ThemeSource {
   const platform::PropertyList& list() const { return file_.list; }
   const std::string& name() const { return name_; }
 
-  /// Puts the theme on a device: its pictures below /var/mobile/Library/Prismal/Themes/NAME/, and
-  /// the merged theme file, in which every picture's path is that of the device. Pictures that the
-  /// folder doesn't have, or that lie outside it, are left out, as they would be missing on a
-  /// device; the answer says which and why, a line each.
+  /// Copies the theme's pictures into a device's directory `directory` (with a slash at its end).
+  /// Those that the folder doesn't have, or that lie outside it, are left out, as they would be
+  /// missing on a device; the answer says which and why, a line each.
+  host::files::Result<std::vector<std::string>> copyPictures(
+      const host::files::DeviceRoot& device, std::string_view directory,
+      host::files::Durability durability) const;
+
+  /// Makes it the one theme of a device that is there to be drawn: its pictures below
+  /// /var/mobile/Library/Prismal/Themes/NAME/, and the merged theme file, in which every picture's
+  /// path is that of the device. Answers like copyPictures.
   host::files::Result<std::vector<std::string>> putOn(const host::files::DeviceRoot& device) const;
 
  private:

@@ -1,0 +1,73 @@
+#include "device/change.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <fcntl.h>
+#include <string>
+#include <sys/file.h>
+#include <thread>
+
+#include "device/places.h"
+#include "held_interruptions.h"
+
+namespace tools::device {
+
+using host::files::Descriptor;
+using host::files::DeviceRoot;
+using host::files::Done;
+using host::files::Failure;
+using host::files::Result;
+
+namespace {
+
+constexpr std::chrono::milliseconds kAMoment{500};
+constexpr std::chrono::milliseconds kBetweenTries{10};
+
+Result<Descriptor> openLock(const DeviceRoot& device) {
+  if (const auto made = device.makeDirectories(kOwnFolder); !made) return made.failure();
+  const auto folder = device.openDirectory(kOwnFolder);
+  if (!folder) return folder.failure();
+  constexpr int kFlags = O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  Descriptor lock(::openat(folder->get(), ".lock", kFlags, 0644));
+  if (!lock) return host::files::lastFailure();
+  return lock;
+}
+
+// Asks again and again: a wait in the kernel would miss a signal that came just before it.
+Result<Done> wait(const Descriptor& lock) {
+  for (auto waited = kBetweenTries;; waited += kBetweenTries) {
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) return Done();
+    if (errno != EWOULDBLOCK && errno != EINTR) return host::files::lastFailure();
+    if (HeldInterruptions::came()) return Failure(EINTR, "interrupted; nothing has changed");
+    if (waited == kAMoment)
+      std::fputs("waiting for another program that changes the device\n", stderr);
+    std::this_thread::sleep_for(kBetweenTries);
+  }
+}
+
+Result<Done> clearLeftovers(const DeviceRoot& device) {
+  for (const auto folder : {kPreferences, kOwnFolder}) {
+    if (auto cleared = device.removeNewFiles(folder); !cleared) return cleared;
+  }
+  return device.remove(kStaged);
+}
+
+}  // namespace
+
+Result<Change> Change::begin(const DeviceRoot& device) {
+  auto lock = openLock(device);
+  if (!lock) {
+    return Failure(lock.failure().error, std::string(kOwnFolder) + ": " + lock.reason());
+  }
+  if (const auto waited = wait(*lock); !waited) return waited.failure();
+  if (const auto cleared = clearLeftovers(device); !cleared) return cleared.failure();
+  return Change(device, *std::move(lock));
+}
+
+Change::~Change() {
+  // What stays is cleared by the next change.
+  if (lock_) static_cast<void>(device_.remove(kStaged));
+}
+
+}  // namespace tools::device
