@@ -3,7 +3,6 @@
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <ranges>
 #include <string>
 #include <vector>
 
@@ -47,10 +46,10 @@ Json describe(const std::string& name, PropertyListView theme) {
 /// The topmost theme first. One that can't be read is told and counted as empty.
 Json report(const ThemeStore& store, const SettingsFile& settings) {
   Json themes = Json::array();
-  for (const std::string& name : store.names() | std::views::reverse) {
-    const auto theme = store.theme(name);
-    if (!theme) device::tell({name + ": " + theme.reason()});
-    themes.push_back(describe(name, theme ? *theme : platform::PropertyList()));
+  for (auto name = store.names().rbegin(); name != store.names().rend(); ++name) {
+    const auto theme = store.theme(*name);
+    if (!theme) device::tell({*name + ": " + theme.reason()});
+    themes.push_back(describe(*name, theme ? *theme : platform::PropertyList()));
   }
   return {{"usePrismal", settings.usePrismal()}, {"themes", themes}};
 }

@@ -98,12 +98,12 @@ using Step = std::function<Result<Done>()>;
 Result<Done> replace(const DeviceRoot& device, const Edit& edit, const Step& before) {
   auto settings = SettingsFile::read(device);
   if (!settings) return settings.failure();
-  if (const auto edited = edit(*settings); !edited) return edited;
+  if (auto edited = edit(*settings); !edited) return edited;
   auto file = settings->prepare(device);
   if (!file) return file.failure();
   // From here on it is done before it is stopped.
   if (HeldInterruptions::came()) return Failure(EINTR, "interrupted; nothing has changed");
-  if (const auto done = before(); !done) return done;
+  if (auto done = before(); !done) return done;
   const auto put = file->putInPlace();
   if (!put)
     return Failure(put.failure().error, std::string(device::kSettings) + ": " + put.reason());

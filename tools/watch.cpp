@@ -30,7 +30,6 @@ namespace tools {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-using host::files::Result;
 using watch::FileWatch;
 
 namespace {

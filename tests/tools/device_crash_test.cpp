@@ -174,6 +174,7 @@ TEST_F(DeviceCrash, ManyInstallsAtOnceAllGoIn) {
     write("T" + std::to_string(i) + ".theme/theme.plist", colored("#00FF00FF"));
   }
   std::vector<std::thread> installs;
+  installs.reserve(kThemes);
   std::array<int, kThemes> statuses{};
   for (int i = 0; i < kThemes; ++i) {
     installs.emplace_back([&, i] {

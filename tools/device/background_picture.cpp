@@ -38,7 +38,7 @@ Result<Done> copy(const DeviceRoot& device, const std::string& path) {
     return Failure(EINVAL, path + ": no picture: " + decoded.reason);
   }
   const std::string target = stagedFolder() + "/" + fs::path(path).filename().string();
-  const auto put = device.writeFile(target, *bytes, Durability::kSynced);
+  auto put = device.writeFile(target, *bytes, Durability::kSynced);
   if (!put) return Failure(put.failure().error, target + ": " + put.reason());
   return put;
 }
@@ -61,7 +61,7 @@ Result<BackgroundPicture> BackgroundPicture::stage(const DeviceRoot& device, std
 }
 
 Result<Done> BackgroundPicture::putInPlace() const {
-  const auto moved = device_.moveTree(stagedFolder(), folder_);
+  auto moved = device_.moveTree(stagedFolder(), folder_);
   if (!moved) return Failure(moved.failure().error, folder_ + ": " + moved.reason());
   return moved;
 }

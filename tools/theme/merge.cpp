@@ -1,8 +1,6 @@
 #include "theme/merge.h"
 
-#include <algorithm>
 #include <map>
-#include <ranges>
 #include <string_view>
 #include <utility>
 
@@ -55,8 +53,8 @@ class Merger {
 
   PropertyListView colors() {
     Values colors;
-    for (const Layer& layer : layers_ | std::views::reverse) {
-      append(colors, section(layer, kColors, Type::kArray));
+    for (auto layer = layers_.rbegin(); layer != layers_.rend(); ++layer) {
+      append(colors, section(*layer, kColors, Type::kArray));
     }
     return builder_.array(colors);
   }
