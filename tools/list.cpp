@@ -18,7 +18,6 @@ namespace tools {
 
 using device::SettingsFile;
 using device::ThemeStore;
-using host::files::Result;
 using platform::PropertyListView;
 using Json = nlohmann::ordered_json;
 
