@@ -68,7 +68,8 @@ std::vector<BackgroundTry> backgroundChain(platform::UIKBTree keyplane,
   std::vector<BackgroundTry> chain;
   Reads reads(events);
   const auto& filenames = prismal::PMGetBackgroundImageFilenames();
-  for (const auto& key : keysOf(keyplane).all()) {
+  const prismal::BackgroundKeys keys = keysOf(keyplane);
+  for (const auto& key : keys.all()) {
     BackgroundTry& tried = chain.emplace_back();
     tried.key = key.view();
     const auto found = filenames.find(key.view());
