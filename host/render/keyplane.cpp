@@ -1,5 +1,6 @@
 #include "host/render/keyplane.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "host/keyboard/keyboard.h"
@@ -34,22 +35,42 @@ Retained<UIKBTree> makeKey(const boards::PlacedKey& placed, boards::KeyState sta
   return tree;
 }
 
-bool isCalled(const boards::Key& key, std::string_view nameOrLabel) {
+char lowered(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character + ('a' - 'A'))
+                                              : character;
+}
+
+bool isSame(std::string_view one, std::string_view other) {
+  return one == other;
+}
+
+bool isSameInAnyCase(std::string_view one, std::string_view other) {
+  return std::ranges::equal(one, other, {}, lowered, lowered);
+}
+
+std::vector<const LiveKey*> keysCalled(const LiveKeyplane& keyplane, std::string_view nameOrLabel,
+                                       bool (*isAlike)(std::string_view, std::string_view)) {
+  std::vector<const LiveKey*> keys;
   // Keys with a drawn symbol have an empty label, which names none of them.
-  return !nameOrLabel.empty() && (key.name == nameOrLabel || key.label == nameOrLabel);
+  if (nameOrLabel.empty()) return keys;
+  for (const LiveKey& key : keyplane.keys) {
+    const boards::Key& described = *key.placed.key;
+    if (isAlike(described.name, nameOrLabel) || isAlike(described.label, nameOrLabel)) {
+      keys.push_back(&key);
+    }
+  }
+  return keys;
 }
 
 /// Puts every key that is called so into the state that `next` makes of its own.
 template <typename Next>
-bool change(LiveKeyplane& keyplane, std::string_view nameOrLabel, Next next) {
-  bool found = false;
-  for (const LiveKey& key : keyplane.keys) {
-    if (!isCalled(*key.placed.key, nameOrLabel)) continue;
-    int& state = objectOf(key.tree).state;
+bool change(const LiveKeyplane& keyplane, std::string_view nameOrLabel, Next next) {
+  const auto keys = keysCalled(keyplane, nameOrLabel);
+  for (const LiveKey* key : keys) {
+    int& state = objectOf(key->tree).state;
     state = static_cast<int>(next(static_cast<boards::KeyState>(state)));
-    found = true;
   }
-  return found;
+  return !keys.empty();
 }
 
 }  // namespace
@@ -89,15 +110,23 @@ void show(const LiveKeyplane& keyplane, const KeyplaneChoice& choice) {
 
 std::string keyNames(const LiveKeyplane& keyplane) {
   std::string names;
-  for (const LiveKey& key : keyplane.keys) names.append(" ").append(key.placed.key->name);
+  for (const LiveKey& key : keyplane.keys) {
+    const boards::Key& described = *key.placed.key;
+    names.append(" ").append(described.label.empty() ? described.name : described.label);
+  }
   return names;
 }
 
-bool press(LiveKeyplane& keyplane, std::string_view nameOrLabel) {
+std::vector<const LiveKey*> keysCalled(const LiveKeyplane& keyplane, std::string_view nameOrLabel) {
+  auto keys = keysCalled(keyplane, nameOrLabel, isSame);
+  return keys.empty() ? keysCalled(keyplane, nameOrLabel, isSameInAnyCase) : keys;
+}
+
+bool press(const LiveKeyplane& keyplane, std::string_view nameOrLabel) {
   return change(keyplane, nameOrLabel, boards::pressedState);
 }
 
-bool disable(LiveKeyplane& keyplane, std::string_view nameOrLabel) {
+bool disable(const LiveKeyplane& keyplane, std::string_view nameOrLabel) {
   return change(keyplane, nameOrLabel, [](boards::KeyState) { return boards::KeyState::disabled; });
 }
 

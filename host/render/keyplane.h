@@ -41,15 +41,20 @@ LiveKeyplane makeKeyplane(const KeyplaneChoice& choice);
 /// of its size.
 void show(const LiveKeyplane& keyplane, const KeyplaneChoice& choice);
 
-/// The names of its keys, each behind a space, for messages.
+/// What its keys are called, each behind a space, for messages: labels, and names where the key
+/// shows a symbol.
 std::string keyNames(const LiveKeyplane& keyplane);
 
-// A name names one key, a label all keys that have it. Both functions are false when there is none.
+/// The keys that have this name or label; when there is none, those that have it in other letter
+/// case, so that "g" is found among capitals too. They belong to `keyplane`.
+std::vector<const LiveKey*> keysCalled(const LiveKeyplane& keyplane, std::string_view nameOrLabel);
+
+// Both functions act on `keysCalled`, and are false when there is none.
 
 /// Presses keys. One that is disabled stays so.
-bool press(LiveKeyplane& keyplane, std::string_view nameOrLabel);
+bool press(const LiveKeyplane& keyplane, std::string_view nameOrLabel);
 
 /// Disables keys, pressed or not.
-bool disable(LiveKeyplane& keyplane, std::string_view nameOrLabel);
+bool disable(const LiveKeyplane& keyplane, std::string_view nameOrLabel);
 
 }  // namespace host::render

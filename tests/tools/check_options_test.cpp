@@ -167,7 +167,7 @@ TEST_F(CheckOptions, ListsTheRulesThatTheDocumentExplains) {
 }
 
 TEST_F(CheckOptions, ExamplesAreClean) {
-  const Outcome outcome = prismal("check " PRISMAL_EXAMPLES "/*.theme");
+  const Outcome outcome = prismal("check " EXAMPLES "/*.theme");
   EXPECT_EQ(outcome.output, "no findings\n");
   EXPECT_EQ(outcome.status, 0);
 }

@@ -135,6 +135,15 @@ TEST_F(RenderViews, TheSamePictureEachTime) {
   EXPECT_EQ(prismal("render --quiet " + options + "- | cmp - first.png").status, 0);
 }
 
+TEST_F(RenderViews, AKeyIsFoundByItsLabelInEitherCase) {
+  const std::string capitals = "red.plist --shift on -o ";
+  ASSERT_EQ(run(capitals + "exact.png --press G").status, 0);
+  ASSERT_EQ(run(capitals + "other.png --press g").status, 0);
+  ASSERT_EQ(run(capitals + "none.png").status, 0);
+  EXPECT_EQ(read("exact.png"), read("other.png"));
+  EXPECT_NE(read("exact.png"), read("none.png"));
+}
+
 TEST_F(RenderViews, RefusesWhatContradictsItself) {
   struct Case {
     std::string arguments;
@@ -160,7 +169,7 @@ TEST_F(RenderViews, RefusesWhatContradictsItself) {
       {"--device-root . --settings red.plist", "--settings goes with a THEME"},
       {"red.plist --settings none.plist", "none.plist: No such file"},
       {"red.plist --all red.plist", "red.plist"},
-      {"red.plist --disable nothing", "--disable nothing: no such key"},
+      {"red.plist --disable nothing", "no such key; this keyplane has q w e r"},
       {"red.plist --press ''", "--press: its value is empty"},
       {"red.plist --device watch", "\"watch\" is none of phone-3.5, phone-4"},
       {"red.plist --scale 1.5", "\"1.5\" is none of 1, 2"},

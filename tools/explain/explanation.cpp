@@ -1,7 +1,6 @@
 #include "explain/explanation.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <utility>
 
 #include "explain/linked_library.h"
@@ -27,13 +26,11 @@ namespace {
 
 /// Finds the key, and the others that have its label.
 bool findKey(Explanation& explanation, std::string_view nameOrLabel) {
-  for (const auto& key : explanation.shown.keyplane.keys) {
-    const auto& description = *key.placed.key;
-    if (description.name != nameOrLabel && description.label != nameOrLabel) continue;
+  for (const auto* key : render::keysCalled(explanation.shown.keyplane, nameOrLabel)) {
     if (explanation.key) {
-      explanation.namesakes.push_back(description.name);
+      explanation.namesakes.push_back(key->placed.key->name);
     } else {
-      explanation.key = &key;
+      explanation.key = key;
     }
   }
   return explanation.key != nullptr;
@@ -97,9 +94,7 @@ Result<Explanation> explainKey(const View& view, double scale, std::string_view 
   explanation.view = view;
   explanation.shown = *std::move(shown);
   if (!findKey(explanation, nameOrLabel)) {
-    return Failure(EINVAL, "--key " + std::string(nameOrLabel) +
-                               ": no such key; this keyplane has" +
-                               render::keyNames(explanation.shown.keyplane));
+    return keyboard::noSuchKey("--key", nameOrLabel, explanation.shown.keyplane);
   }
   const auto keyplane = explanation.shown.keyplane.tree.get();
   explanation.visualStyle = prismal::PMGetVisualStyleName(keyplane);

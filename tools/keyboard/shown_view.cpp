@@ -18,15 +18,13 @@ using host::files::Result;
 
 namespace {
 
-using Change = bool (*)(render::LiveKeyplane&, std::string_view);
+using Change = bool (*)(const render::LiveKeyplane&, std::string_view);
 
-std::optional<Failure> changeKeys(render::LiveKeyplane& keyplane,
+std::optional<Failure> changeKeys(const render::LiveKeyplane& keyplane,
                                   const std::vector<std::string>& keys, Change change,
                                   const char* option) {
   for (const std::string& key : keys) {
-    if (change(keyplane, key)) continue;
-    return Failure(EINVAL, option + (" " + key) + ": no such key; this keyplane has" +
-                               render::keyNames(keyplane));
+    if (!change(keyplane, key)) return noSuchKey(option, key, keyplane);
   }
   return std::nullopt;
 }
@@ -52,6 +50,12 @@ void showKeys(ShownView& shown, const View& view, double scale, host::drawing::F
 void become(const host::boards::Board& board, double scale) {
   host::system::setDevice(
       {.screenScale = scale, .interfaceIdiom = board.is_tablet ? 1 : 0, .systemVersion = "7.0.4"});
+}
+
+Failure noSuchKey(std::string_view option, std::string_view key,
+                  const render::LiveKeyplane& keyplane) {
+  return Failure(EINVAL, std::string(option) + " " + std::string(key) +
+                             ": no such key; this keyplane has" + render::keyNames(keyplane));
 }
 
 Result<ShownView> showView(const View& view, double scale, host::drawing::Fonts& fonts) {

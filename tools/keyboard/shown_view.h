@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "host/drawing/fonts.h"
 #include "host/drawing/picture.h"
@@ -31,5 +32,9 @@ void become(const host::boards::Board& board, double scale);
 /// have. Main thread only.
 host::files::Result<ShownView> showView(const View& view, double scale,
                                         host::drawing::Fonts& fonts);
+
+/// Says that `keyplane` has no key called `key`, which stands behind `option`, and what it has.
+host::files::Failure noSuchKey(std::string_view option, std::string_view key,
+                               const host::render::LiveKeyplane& keyplane);
 
 }  // namespace tools::keyboard
