@@ -63,9 +63,9 @@ void addNewCommand(CLI::App& app, int& status) {
   CLI::App* const command = app.add_subcommand("new", "Make a theme folder to begin with");
   command->add_option("NAME", *name, "The theme's name; the folder is NAME.theme")->required();
   command->footer(
-      "The folder holds theme.plist, with comments, and a background picture at two sizes. What "
-      "is\n"
-      "there already is never overwritten.\n\n"
+      "The folder holds theme.plist, with comments, and background pictures at two sizes each. "
+      "What\n"
+      "is there already is never overwritten.\n\n"
       "Example: prismal new Evening && prismal render Evening.theme -o evening.png");
   command->callback([name, &status] { status = make(*name); });
 }

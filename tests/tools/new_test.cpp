@@ -17,10 +17,12 @@ TEST_F(New, MakesAThemeThatDrawsWithoutComplaint) {
   ASSERT_EQ(made.status, 0) << made.output;
   EXPECT_EQ(made.output,
             "Made Evening.theme. Look at it: prismal render 'Evening.theme' -o picture.png\n");
-  const auto plain = picture("Evening.theme/background.png");
-  const auto sharp = picture("Evening.theme/background@2x.png");
-  EXPECT_EQ(sharp.width, 2 * plain.width);
-  EXPECT_EQ(sharp.height, 2 * plain.height);
+  for (const std::string name : {"background", "background-wide"}) {
+    const auto plain = picture("Evening.theme/" + name + ".png");
+    const auto sharp = picture("Evening.theme/" + name + "@2x.png");
+    EXPECT_EQ(sharp.width, 2 * plain.width);
+    EXPECT_EQ(sharp.height, 2 * plain.height);
+  }
   ASSERT_EQ(prismal("render --system -o system.png").status, 0);
   for (const std::string view :
        {"", " --orientation landscape", " --keyplane numbers", " --style alert", " --device tablet",
@@ -35,6 +37,13 @@ TEST_F(New, MakesAThemeThatDrawsWithoutComplaint) {
   }
   ASSERT_EQ(prismal("render Evening.theme -o evening.png").status, 0);
   EXPECT_NE(picture("evening.png").pixels, picture("system.png").pixels);
+}
+
+TEST_F(New, CheckFindsNothingInIt) {
+  ASSERT_EQ(prismal("new Evening").status, 0);
+  const Outcome checked = prismal("check Evening.theme", "2>/dev/null");
+  EXPECT_EQ(checked.output, "");
+  EXPECT_EQ(checked.status, 0);
 }
 
 TEST_F(New, TakesTheNameWithOrWithoutItsExtension) {

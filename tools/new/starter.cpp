@@ -14,9 +14,16 @@ using host::images::Pixel;
 
 namespace {
 
-// In points, those of an upright phone: the largest that is shown without being stretched.
-constexpr int kWidth = 320;
-constexpr int kHeight = 216;
+/// A picture for the areas of one shape, in points.
+struct Shape {
+  const char* name;
+  int width;
+  int height;
+};
+
+// The area behind the keys of an upright phone; the shape of all others, half as large as the
+// largest of them: light without edges is as soft at twice its size.
+constexpr Shape kShapes[] = {{"background", 320, 216}, {"background-wide", 512, 176}};
 
 struct Color {
   double red;
@@ -46,8 +53,8 @@ Color colorAt(double x, double y) {
   return mixed(mixed(kTop, kBottom, y), kLight, light);
 }
 
-std::string background(int scale) {
-  Bitmap bitmap{kWidth * scale, kHeight * scale, true, {}};
+std::string background(const Shape& shape, int scale) {
+  Bitmap bitmap{shape.width * scale, shape.height * scale, true, {}};
   bitmap.pixels.reserve(static_cast<std::size_t>(bitmap.width) *
                         static_cast<std::size_t>(bitmap.height));
   for (int y = 0; y < bitmap.height; ++y) {
@@ -62,9 +69,13 @@ std::string background(int scale) {
 }  // namespace
 
 std::vector<File> files() {
-  return {{"theme.plist", std::string(kThemeText)},
-          {"background.png", background(1)},
-          {"background@2x.png", background(2)}};
+  std::vector<File> files = {{"theme.plist", std::string(kThemeText)}};
+  for (const Shape& shape : kShapes) {
+    const std::string name = shape.name;
+    files.push_back({name + ".png", background(shape, 1)});
+    files.push_back({name + "@2x.png", background(shape, 2)});
+  }
+  return files;
 }
 
 }  // namespace tools::starter

@@ -11,7 +11,8 @@ struct File {
   std::string bytes;
 };
 
-/// All of its files: theme.plist, commented, and its background picture at both sizes.
+/// All of its files: theme.plist, commented, and its background pictures, each at both
+/// sizes.
 std::vector<File> files();
 
 }  // namespace tools::starter
