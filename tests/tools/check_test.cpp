@@ -91,6 +91,8 @@ TEST_F(Check, SectionsAndDefinitions) {
   const Case cases[] = {
       {section("CustomColors", "<array/>") + colors(""), "2:1 warning [unknown-section]",
        colors("")},
+      {section("schema", "<string>s.json</string>") + colors(""), "2:1 warning [unknown-section]",
+       section("$schema", "<string>s.json</string>") + colors("")},
       {"", "1:1 warning [no-section]", gradients("")},
       {section("CustomColor", "<dict/>"), "3:1 error [section-type]", colors("")},
       {section("BackgroundImages", "<array/>"), "3:1 error [section-type]", images("")},

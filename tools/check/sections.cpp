@@ -17,6 +17,11 @@ namespace {
 
 constexpr std::string_view kSections[] = {kColors, kGradients, kStyles, kImages};
 
+/// Where an editor finds the schema of a theme that is written as JSON.
+bool isForEditors(const PropertyListEntry& entry) {
+  return entry.key == "$schema" && entry.value.isString();
+}
+
 bool isSection(const PropertyListEntry& entry) {
   return std::ranges::find(kSections, entry.key) != std::end(kSections);
 }
@@ -40,7 +45,7 @@ void checkType(Theme& theme, std::string_view name) {
 }
 
 void checkRootKey(Theme& theme, const PropertyListEntry& entry) {
-  if (isSection(entry)) return;
+  if (isSection(entry) || isForEditors(entry)) return;
   theme.findings.add("unknown-section"_rule, theme.source.atKey(entryOf("", entry.key), entry),
                      inQuotes(entry.key) + " is no section" + didYouMean(entry.key, kSections));
 }

@@ -55,8 +55,8 @@ Json typeOf(ValueType type) {
     case ValueType::kString:
       return "string";
     case ValueType::kNumber:
-      return "number";
     case ValueType::kSwitch:
+      // A boolean is a number on the device.
       return Json::array({"number", "boolean"});
     case ValueType::kArray:
       return "array";
