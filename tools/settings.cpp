@@ -159,8 +159,7 @@ Result<Done> removeBackground(const DeviceRoot& device, const SettingsOptions& o
     settings.setBackground(options.style, options.orientation, "");
     return Done();
   };
-  if (auto replaced = replace(device, edit, [] { return Done(); }); !replaced) return replaced;
-  return device::dropBackgroundPicture(device, options.style, options.orientation);
+  return replace(device, edit, [] { return Done(); });
 }
 
 /// One of the theme format's names; a keyplane and a variant may stand behind it, which the library

@@ -175,6 +175,23 @@ Result<Done> DeviceRoot::removeNewFiles(std::string_view path) const {
   return Done{};
 }
 
+Result<Done> DeviceRoot::removeAllBut(std::string_view path,
+                                      const std::set<std::string, std::less<>>& names) const {
+  while (path.ends_with('/')) path.remove_suffix(1);  // else a link there would be followed
+  const auto directory = open(path, O_PATH | O_DIRECTORY | O_NOFOLLOW);
+  if (!directory && directory.failure().error == ENOENT) return Done{};
+  if (!directory) return directory.failure();
+  std::vector<std::string> found;
+  int first = listNames(directory->get(), found);
+  for (const std::string& name : found) {
+    if (names.contains(name)) continue;
+    const int error = removeEntry(directory->get(), name.c_str());
+    if (first == 0) first = error;
+  }
+  if (first != 0) return Failure(first);
+  return Done{};
+}
+
 Result<Done> DeviceRoot::makeDirectories(std::string_view path) const {
   const auto directory = ensureDirectory(path, Durability::kNone);
   if (!directory) return directory.failure();

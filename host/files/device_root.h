@@ -2,6 +2,8 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -67,6 +69,12 @@ class DeviceRoot {
   /// processes that were killed before they had their places. For whoever knows that no other
   /// process writes there now.
   Result<Done> removeNewFiles(std::string_view path) const;
+
+  /// Removes from the directory at `path` itself everything whose name is not among `names`, trees
+  /// whole; symbolic links in it go themselves. Nothing to do where there is no directory; a link
+  /// in its place is refused. Goes on after an error and fails with the first.
+  Result<Done> removeAllBut(std::string_view path,
+                            const std::set<std::string, std::less<>>& names) const;
 
   /// Makes the directory at `path` and its parents where they are missing.
   Result<Done> makeDirectories(std::string_view path) const;

@@ -137,6 +137,26 @@ TEST_P(DeviceRootTest, WhatKilledWritersLeaveCanBeCleared) {
   EXPECT_TRUE(device_.outsideIsUntouched());
 }
 
+TEST_P(DeviceRootTest, RemovesAllOfADirectoryButWhatIsNamed) {
+  device_.file("/d/kept/below/file", "x");
+  device_.file("/d/file", "x");
+  device_.file("/d/tree/below/file", "x");
+  device_.file("/e/file", "x");
+  device_.link("/d/link", "/e");
+  device_.link("/d/out", device_.absoluteWayOut());
+  device_.link("/l", "d");
+  // A link in the place of the directory, with and without a slash behind it.
+  for (const char* path : {"/l", "/l/"}) EXPECT_EQ(errorOf(root_.removeAllBut(path, {})), ENOTDIR);
+  EXPECT_TRUE(root_.exists("/d/file"));
+
+  for (const char* path : {"/d/", "/none", "/d"}) {
+    EXPECT_EQ(errorOf(root_.removeAllBut(path, {"kept", "missing"})), 0) << path;
+  }
+  EXPECT_EQ(*root_.list("/"), (std::vector<std::string>{"/d/kept/below/file", "/e/file", "/l"}));
+  EXPECT_TRUE(device_.outsideIsUntouched());
+  EXPECT_EQ(errorOf(root_.removeAllBut("/e/file", {})), ENOTDIR);
+}
+
 TEST_P(DeviceRootTest, TreesMoveAndChangePlaces) {
   device_.file("/new/a", "new");
   EXPECT_EQ(errorOf(root_.moveTree("/new/", "/x/y/place")), 0);

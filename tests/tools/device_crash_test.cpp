@@ -19,6 +19,8 @@
 
 #include "device_command.h"
 #include "host/images/encode.h"
+#include "host/plist/description.h"
+#include "host/plist/reader.h"
 
 namespace {
 
@@ -92,56 +94,110 @@ class DeviceCrash : public DeviceCommand {
     return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
   }
 
-  /// Kills `arguments` at every point, each time from the state that `prepare` makes. Whatever
-  /// stands at `path` must be what stood there before, or what stands there when nobody kills.
-  void killEverywhere(const std::vector<std::string>& arguments, const std::string& prepare,
-                      const std::string& path) {
+  /// What the device is to be like, as far as a test cares.
+  using Look = std::function<std::string()>;
+  using Words = std::vector<std::string>;
+
+  Look mergedTheme() const {
+    return [this] { return readDevice(kMergedTheme); };
+  }
+  /// The settings, with what is in the pictures that they name.
+  Look settings() const {
+    return [this] {
+      const auto list = host::plist::read(readDevice(kUserSettings)).list;
+      std::string text = host::plist::describe(list.objectForKey("usePrismal"));
+      for (const auto& style : list.objectForKey("backgroundImages").entries()) {
+        for (const auto& picture : style.value.entries()) {
+          const std::string path(picture.value.string().value_or(""));
+          text.append(picture.key).append(path.empty() ? "none" : readDevice(path));
+        }
+      }
+      return text;
+    };
+  }
+
+  void restore() const {
+    fs::remove_all(folder() / "prismal");
+    fs::copy(folder() / "prepared", folder() / "prismal", fs::copy_options::recursive);
+  }
+
+  /// Kills `arguments` at every point, each time from the state that `prepare` makes. It must look
+  /// as it looked before, or as it does when nobody kills; so it must after `next`, by which also
+  /// all else has come to be as it was, or to be as it is when nobody kills.
+  void killEverywhere(const Words& arguments, const std::string& prepare, const Look& look,
+                      const Words& next) {
     ASSERT_EQ(script(prepare).status, 0);
     fs::rename(folder() / "prismal", folder() / "prepared");
-    const auto restore = [&] {
-      fs::remove_all(folder() / "prismal");
-      fs::copy(folder() / "prepared", folder() / "prismal", fs::copy_options::recursive);
-    };
     restore();
-    const std::string before = readDevice(path);
+    const std::string before = look();
+    const Words filesBefore = files();
     runAndKill(arguments, 1'000'000);
-    const std::string after = readDevice(path);
+    const std::string after = look();
+    const Words filesAfter = files();
     ASSERT_NE(before, after);
-    const auto filesAfter = files();
     int kills = 0;
     bool isNew = false;
     for (;; ++kills) {
+      SCOPED_TRACE("kill " + std::to_string(kills));
       restore();
       if (!runAndKill(arguments, kills)) break;
-      const std::string found = readDevice(path);
-      EXPECT_TRUE(found == before || found == after) << "kill " << kills;
+      const std::string found = look();
+      EXPECT_TRUE(found == before || found == after);
       // Once it is new it stays new.
-      EXPECT_TRUE(found == after || !isNew) << "kill " << kills;
+      EXPECT_TRUE(found == after || !isNew);
       isNew = found == after;
-      // The next run clears up.
-      runAndKill(arguments, 1'000'000);
-      EXPECT_EQ(readDevice(path), after) << "kill " << kills;
-      EXPECT_EQ(files(), filesAfter) << "kill " << kills;
+      runAndKill(next, 1'000'000);
+      EXPECT_TRUE(look() == after || (look() == before && !isNew && next != arguments));
+      EXPECT_TRUE(files() == (look() == after ? filesAfter : filesBefore))
+          << testing::PrintToString(files());
       if (HasFailure()) return;
     }
-    EXPECT_GT(kills, 20) << "processes can't be traced here";
+    EXPECT_GT(kills, 10) << "processes can't be traced here";
     EXPECT_TRUE(isNew);
   }
+
+  /// A command that is refused, and nevertheless clears up.
+  const Words kRefused = {"uninstall", "None"};
 };
 
 TEST_F(DeviceCrash, AnInstallKilledAnywhereLeavesTheMergedThemeWhole) {
   if (!canTrace()) GTEST_SKIP() << "processes can't be followed here";
-  killEverywhere({"install", "New/A.theme"}, "prismal install B.theme Old/A.theme", kMergedTheme);
+  const Words install = {"install", "New/A.theme"};
+  killEverywhere(install, "prismal install B.theme Old/A.theme", mergedTheme(), install);
+}
+
+TEST_F(DeviceCrash, AnyCommandFinishesAnInstallThatWasKilled) {
+  if (!canTrace()) GTEST_SKIP() << "processes can't be followed here";
+  // Pictures of other names, and a theme that was not there.
+  write(
+      "Renamed/A.theme/theme.plist",
+      colored("#00FF00FF",
+              "<key>BackgroundImages</key><dict><key>Portrait</key><string>q.png</string></dict>"));
+  write("Renamed/A.theme/q.png", read("New/A.theme/p.png"));
+  killEverywhere({"install", "Renamed/A.theme"}, "prismal install B.theme Old/A.theme",
+                 mergedTheme(), kRefused);
+  fs::remove_all(folder() / "prepared");
+  fs::remove_all(folder() / "prismal");
+  killEverywhere({"install", "New/A.theme"}, "prismal install B.theme", mergedTheme(), kRefused);
+}
+
+TEST_F(DeviceCrash, AnUninstallKilledAnywhereIsFinishedByTheNext) {
+  if (!canTrace()) GTEST_SKIP() << "processes can't be followed here";
+  const Words uninstall = {"uninstall", "A"};
+  killEverywhere(uninstall, "prismal install B.theme Old/A.theme", mergedTheme(), uninstall);
 }
 
 TEST_F(DeviceCrash, AChangeOfSettingsKilledAnywhereLeavesThemWhole) {
   if (!canTrace()) GTEST_SKIP() << "processes can't be followed here";
-  killEverywhere({"settings", "background", "iPad-Alert", "Landscape", "New/A.theme/p.png"},
-                 "prismal settings background iPad-Alert Landscape Old/A.theme/p.png && "
-                 "prismal settings usePrismal off && "
-                 "sed -i s,Landscape,Portrait, "
-                 "prismal/device/var/mobile/Library/Preferences/net.quillon.prismal.plist",
-                 kUserSettings);
+  fs::rename(folder() / "New/A.theme/p.png", folder() / "new.png");
+  const std::string portrait = "settings background iPad-Alert Portrait ";
+  const std::string prepare = "prismal " + portrait + "Old/A.theme/p.png";
+  const Words choose = {"settings", "background", "iPad-Alert", "Portrait", "new.png"};
+  killEverywhere(choose, prepare, settings(), kRefused);
+  fs::remove_all(folder() / "prepared");
+  fs::remove_all(folder() / "prismal");
+  killEverywhere({"settings", "background", "iPad-Alert", "Portrait", "--remove"}, prepare,
+                 settings(), kRefused);
 }
 
 TEST_F(DeviceCrash, WithoutRoomNothingChanges) {

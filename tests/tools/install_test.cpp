@@ -218,18 +218,74 @@ TEST_F(Install, AThemeThatIsDamagedOnTheDeviceCostsTheOthersNothing) {
   EXPECT_EQ(prismal("uninstall B").output, "");
 }
 
+TEST_F(Install, WhatNoListNamesIsClearedAndNothingElse) {
+  const std::string own = "/var/mobile/Library/Prismal/";
+  const std::string settings =
+      "<dict><key>backgroundImages</key><dict><key>iPad-Split</key><dict><key>Portrait</key>"
+      "<string>" +
+      own + "Pictures//./mine/p.png</string></dict></dict></dict>";
+  const std::string merged =
+      "<dict>" + images(image("Portrait", own + "Themes/byHand/p.png")) + "</dict>";
+  struct Case {
+    const char* what;
+    const char* path;
+    std::string list;
+    Names stay;  // of Themes/byHand, Themes/other, Pictures/mine, Pictures/other
+  };
+  const Case cases[] = {
+      {"a theme put there by hand", kMergedTheme, merged, {"Themes/byHand"}},
+      {"a merged file that can't be read",
+       kMergedTheme,
+       "<dict>",
+       {"Themes/byHand", "Themes/other"}},
+      {"a picture of the user's", kUserSettings, settings, {"Pictures/mine"}},
+      {"a picture of the default settings", kDefaultSettings, settings, {"Pictures/mine"}},
+      {"settings that can't be read",
+       kDefaultSettings,
+       "<dict>",
+       {"Pictures/mine", "Pictures/other"}},
+      {"a list of themes that can't be read",
+       "/var/mobile/Library/Prismal/installed.plist",
+       "<dict>",
+       {"Themes/byHand", "Themes/other"}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    fs::remove_all(folder() / kDevice);
+    const Names all = {"Pictures/mine", "Pictures/other", "Themes/byHand", "Themes/other"};
+    for (const std::string& each : all) write(kDevice + own + each + "/p.png", "x");
+    write(kDevice + std::string(c.path), c.list);
+    prismal("uninstall None");
+    Names stayed;
+    for (const std::string& each : all) {
+      if (fs::exists(onDevice(own + each))) stayed.push_back(each);
+    }
+    EXPECT_EQ(stayed, c.stay);
+  }
+
+  // A folder that is another's.
+  fs::remove_all(folder() / kDevice);
+  write(kDevice + std::string("/var/mobile/Media/photo.jpg"), "x");
+  fs::create_directories(onDevice(own));
+  for (const char* name : {"Themes", "Pictures"}) {
+    fs::create_directory_symlink("../../Media", onDevice(own + name));
+  }
+  prismal("uninstall None");
+  EXPECT_TRUE(fs::exists(onDevice("/var/mobile/Media/photo.jpg")));
+}
+
 TEST_F(Install, TheListTellsWhatEachThemeHolds) {
   ASSERT_EQ(prismal("install '" EXAMPLES "/Linen.theme' '" EXAMPLES "/Dusk.theme'").status, 0);
   ASSERT_EQ(prismal("settings usePrismal off").status, 0);
   EXPECT_EQ(prismal("list").output,
             "THEME  COLOURS  GRADIENTS  RULES  PICTURES\n"
-            "Dusk   18       4          7      4\n"
-            "Linen  26       0          0      0\n"
+            "Dusk   22       4          7      4\n"
+            "Linen  30       0          0      0\n"
             "Where themes differ, the upper one wins.\n"
             "usePrismal is off.\n");
   const auto list = nlohmann::json::parse(prismal("list --json").output);
   EXPECT_EQ(list["usePrismal"], false);
-  EXPECT_EQ(list["themes"][0], nlohmann::json::parse(R"({"name": "Dusk", "colors": 18,
+  EXPECT_EQ(list["themes"][0], nlohmann::json::parse(R"({"name": "Dusk", "colors": 22,
       "gradients": 4, "rules": 7, "pictures": 4})"));
 }
 

@@ -26,9 +26,16 @@ std::string stagedFolder() {
   return std::string(kStaged) + "picture";
 }
 
-/// Named like the key of the theme format that the choice stands for.
-std::string folderOf(std::string_view style, std::string_view orientation) {
-  return std::string(kPictures).append(orientation).append(";").append(style);
+/// Named like the key of the theme format that the choice stands for; with a number behind it while
+/// that folder is taken.
+std::string freeFolder(const DeviceRoot& device, std::string_view style,
+                       std::string_view orientation) {
+  const std::string plain = std::string(kPictures).append(orientation).append(";").append(style);
+  std::string folder = plain;
+  for (int number = 2; device.exists(folder); ++number) {
+    folder = plain + "~" + std::to_string(number);
+  }
+  return folder;
 }
 
 Result<Done> copy(const DeviceRoot& device, const std::string& path) {
@@ -57,21 +64,13 @@ Result<BackgroundPicture> BackgroundPicture::stage(const DeviceRoot& device, std
   if (std::error_code error; fs::exists(sibling, error)) {
     if (const auto copied = copy(device, sibling); !copied) return copied.failure();
   }
-  return BackgroundPicture(device, folderOf(style, orientation), std::move(name));
+  return BackgroundPicture(device, freeFolder(device, style, orientation), std::move(name));
 }
 
 Result<Done> BackgroundPicture::putInPlace() const {
   auto moved = device_.moveTree(stagedFolder(), folder_);
   if (!moved) return Failure(moved.failure().error, folder_ + ": " + moved.reason());
   return moved;
-}
-
-Result<Done> dropBackgroundPicture(const DeviceRoot& device, std::string_view style,
-                                   std::string_view orientation) {
-  const std::string folder = folderOf(style, orientation);
-  if (!device.exists(folder)) return Done();
-  if (auto made = device.makeDirectories(kStaged); !made) return made;
-  return device.moveTree(folder, stagedFolder());
 }
 
 }  // namespace tools::device

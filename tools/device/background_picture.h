@@ -10,8 +10,9 @@ namespace tools::device {
 
 /// A picture of this machine on its way to be the background that the user chose for a visual style
 /// and an orientation. It and its double-resolution sibling have a folder of their own on the
-/// device, so that nothing of an earlier picture stays. For this the process must have begun a
-/// Change, and the device must outlive it.
+/// device, so that nothing of an earlier picture is mixed with it. That one keeps its folder until
+/// no list names it any more: the settings name files that are there, whenever they are read. For
+/// this the process must have begun a Change, and the device must outlive it.
 class BackgroundPicture {
  public:
   /// Reads the picture at `path` of this machine and copies it to where it waits. Refuses what is
@@ -23,7 +24,7 @@ class BackgroundPicture {
 
   /// The device path that it will have.
   std::string path() const { return folder_ + "/" + name_; }
-  /// Takes the place of the picture that was chosen before.
+  /// Goes to that path, where nobody looks for it yet.
   host::files::Result<host::files::Done> putInPlace() const;
 
  private:
@@ -34,10 +35,5 @@ class BackgroundPicture {
   std::string folder_;
   std::string name_;
 };
-
-/// Takes away the picture that was chosen for a visual style and an orientation, if it was copied.
-host::files::Result<host::files::Done> dropBackgroundPicture(const host::files::DeviceRoot& device,
-                                                             std::string_view style,
-                                                             std::string_view orientation);
 
 }  // namespace tools::device

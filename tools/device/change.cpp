@@ -8,8 +8,12 @@
 #include <sys/file.h>
 #include <thread>
 
+#include "device/leftovers.h"
 #include "device/places.h"
+#include "device/report.h"
+#include "device/theme_store.h"
 #include "held_interruptions.h"
+#include "host/files/darwin_notify.h"
 
 namespace tools::device {
 
@@ -46,11 +50,14 @@ Result<Done> wait(const Descriptor& lock) {
   }
 }
 
-Result<Done> clearLeftovers(const DeviceRoot& device) {
-  for (const auto folder : {kPreferences, kOwnFolder}) {
-    if (auto cleared = device.removeNewFiles(folder); !cleared) return cleared;
-  }
-  return device.remove(kStaged);
+/// Where a process was killed between the list of themes and the merged file, the one says what the
+/// other has to be. Nothing to refuse a change for: it makes that file anew itself if it can.
+void finishThemes(const DeviceRoot& device) {
+  const auto store = ThemeStore::read(device);
+  const auto finished = store ? store->finish() : Result<bool>(false);
+  if (!finished || !*finished) return;
+  tell({std::string(kMergedTheme) + ": was not what the installed themes make; it is made anew"});
+  static_cast<void>(host::files::postNotification(device, kReloadThemes));
 }
 
 }  // namespace
@@ -61,13 +68,14 @@ Result<Change> Change::begin(const DeviceRoot& device) {
     return Failure(lock.failure().error, std::string(kOwnFolder) + ": " + lock.reason());
   }
   if (const auto waited = wait(*lock); !waited) return waited.failure();
+  finishThemes(device);
   if (const auto cleared = clearLeftovers(device); !cleared) return cleared.failure();
   return Change(device, *std::move(lock));
 }
 
 Change::~Change() {
   // What stays is cleared by the next change.
-  if (lock_) static_cast<void>(device_.remove(kStaged));
+  if (lock_) static_cast<void>(clearLeftovers(device_));
 }
 
 }  // namespace tools::device

@@ -6,13 +6,13 @@
 
 namespace tools::device {
 
-/// A change of a device, which one process makes at a time. What it stages below kStaged goes with
-/// it. The device must outlive it.
+/// A change of a device, which one process makes at a time. With it goes what it has staged below
+/// kStaged, and what no list names when it ends. The device must outlive it.
 class Change {
  public:
   /// Waits until no other process changes the device, says so on standard error when that takes
-  /// longer than a moment, and clears away what killed ones have left. Fails with EINTR when a
-  /// signal that HeldInterruptions notes ends the wait.
+  /// longer than a moment, finishes what killed ones have begun and clears away what they have
+  /// left. Fails with EINTR when a signal that HeldInterruptions notes ends the wait.
   static host::files::Result<Change> begin(const host::files::DeviceRoot& device);
 
   Change(Change&&) = default;

@@ -9,11 +9,11 @@
 #include "device/places.h"
 #include "host/plist/builder.h"
 #include "host/plist/description.h"
+#include "host/plist/limits.h"
 #include "host/plist/reader.h"
 #include "host/plist/writer.h"
 #include "theme/device_paths.h"
 #include "theme/dictionary_file.h"
-#include "theme/merge.h"
 
 namespace tools::device {
 
@@ -47,6 +47,18 @@ bool isThemeName(std::string_view name) {
 
 void add(std::vector<std::string>& names, std::string_view name) {
   if (std::ranges::find(names, name) == names.end()) names.emplace_back(name);
+}
+
+/// The bytes of the merged theme file.
+Result<std::string> mergedFile(std::span<const theme::Layer> layers, ThemeStore::Notes& leftOut) {
+  theme::Merge merged = theme::merge(layers);
+  std::ranges::move(merged.leftOut, std::back_inserter(leftOut));
+  std::string bytes = theme::fileOf(merged.theme);
+  // Each theme may keep within the limits of a list and all of them exceed it.
+  if (const auto reading = host::plist::read(bytes); !reading) {
+    return Failure(EFBIG, "the installed themes together can't be one: " + reading.reason);
+  }
+  return bytes;
 }
 
 }  // namespace
@@ -89,14 +101,12 @@ Result<ThemeStore::Notes> ThemeStore::install(const theme::ThemeSource& source) 
   std::erase(names_, name);
   names_.push_back(name);
   add(staged_, name);
-  std::erase(removed_, name);
   return missing;
 }
 
 bool ThemeStore::uninstall(std::string_view name) {
   if (std::erase(names_, name) == 0) return false;
   std::erase(staged_, name);
-  add(removed_, name);
   return true;
 }
 
@@ -109,7 +119,7 @@ Result<ThemeStore::Notes> ThemeStore::commit() {
   if (!device_.exists(kOrder) && device_.exists(kMergedTheme)) {
     notes.push_back(std::string(kMergedTheme) + ": not made by install; it is replaced");
   }
-  const auto merged = mergedTheme(notes);
+  const auto merged = mergedFile(layers(notes), notes);
   if (!merged) return merged.failure();
   auto order = device_.prepareFile(kOrder, orderFile(), Durability::kSynced);
   if (!order) return at(kOrder, order.failure());
@@ -119,12 +129,26 @@ Result<ThemeStore::Notes> ThemeStore::commit() {
   if (const auto moved = moveStaged(); !moved) return moved.failure();
   if (const auto put = order->putInPlace(); !put) return at(kOrder, put.failure());
   if (const auto put = theme->putInPlace(); !put) return at(kMergedTheme, put.failure());
-  dropRemoved();
   return notes;
 }
 
-/// The bytes of the merged theme file. A theme that can't be read any more is left out, and told.
-Result<std::string> ThemeStore::mergedTheme(Notes& notes) const {
+Result<bool> ThemeStore::finish() const {
+  if (!device_.exists(kOrder)) return false;
+  Notes unreadable;
+  Notes leftOut;
+  const auto merged = mergedFile(layers(unreadable), leftOut);
+  if (!merged) return merged.failure();
+  // What can't be read now was merged while it could.
+  if (!unreadable.empty()) return false;
+  const auto found = device_.readFile(kMergedTheme, host::plist::kMaxBytes);
+  if (found && *found == *merged) return false;
+  const auto put = device_.writeFile(kMergedTheme, *merged, Durability::kSynced);
+  if (!put) return at(kMergedTheme, put.failure());
+  return true;
+}
+
+/// From the lowest up. A theme that can't be read any more is left out, and told.
+std::vector<theme::Layer> ThemeStore::layers(Notes& unreadable) const {
   std::vector<theme::Layer> layers;
   for (const std::string& name : names_) {
     const bool isStaged = std::ranges::find(staged_, name) != staged_.end();
@@ -132,17 +156,10 @@ Result<std::string> ThemeStore::mergedTheme(Notes& notes) const {
     if (list) {
       layers.push_back({name, *std::move(list)});
     } else {
-      notes.push_back(name + " is left out: " + list.reason());
+      unreadable.push_back(name + " is left out: " + list.reason());
     }
   }
-  theme::Merge merged = theme::merge(layers);
-  std::ranges::move(merged.leftOut, std::back_inserter(notes));
-  std::string bytes = theme::fileOf(merged.theme);
-  // Each theme may keep within the limits of a list and all of them exceed it.
-  if (const auto reading = host::plist::read(bytes); !reading) {
-    return Failure(EFBIG, "the installed themes together can't be one: " + reading.reason);
-  }
-  return bytes;
+  return layers;
 }
 
 std::string ThemeStore::orderFile() const {
@@ -160,15 +177,6 @@ Result<Done> ThemeStore::moveStaged() const {
     if (!moved) return at(to, moved.failure());
   }
   return Done();
-}
-
-/// In one step each, so that a kill doesn't leave half a folder. A folder that stays harms nobody:
-/// nothing names it any more.
-void ThemeStore::dropRemoved() const {
-  if (removed_.empty() || !device_.makeDirectories(kStaged)) return;
-  for (const std::string& name : removed_) {
-    static_cast<void>(device_.moveTree(join(kThemes, name), join(kStaged, name)));
-  }
 }
 
 }  // namespace tools::device

@@ -7,6 +7,7 @@
 #include "host/files/device_root.h"
 #include "host/files/result.h"
 #include "platform/property_list.h"
+#include "theme/merge.h"
 #include "theme/theme_source.h"
 
 namespace tools::device {
@@ -35,24 +36,27 @@ class ThemeStore {
   void uninstallAll();
 
   /// Makes the changes true. What can fail has been done before the first file is replaced; a
-  /// process that is killed between two of them leaves each of them whole, and the next commit
-  /// makes them agree. The notes tell what of the themes couldn't be merged.
+  /// process that is killed between two of them leaves each of them whole, and finish makes them
+  /// agree. The notes tell what of the themes couldn't be merged.
   host::files::Result<Notes> commit();
+
+  /// Makes the merged theme file anew when it isn't what the themes, none of them changed here,
+  /// make. Whether it was; never on a device whose merged file is somebody else's, nor when a theme
+  /// can't be read.
+  host::files::Result<bool> finish() const;
 
  private:
   explicit ThemeStore(const host::files::DeviceRoot& device) : device_(device) {}
 
   host::files::Result<platform::PropertyList> read(std::string_view name,
                                                    std::string_view folder) const;
-  host::files::Result<std::string> mergedTheme(Notes& notes) const;
+  std::vector<theme::Layer> layers(Notes& unreadable) const;
   std::string orderFile() const;
   host::files::Result<host::files::Done> moveStaged() const;
-  void dropRemoved() const;
 
   const host::files::DeviceRoot& device_;
   std::vector<std::string> names_;
-  std::vector<std::string> staged_;   // new below kStaged, and among the names
-  std::vector<std::string> removed_;  // no more among the names
+  std::vector<std::string> staged_;  // new below kStaged, and among the names
 };
 
 }  // namespace tools::device
