@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/plist/builder.h"
+#include "theme/background_key.h"
 
 namespace tools::theme {
 
@@ -97,17 +98,21 @@ class Merger {
   }
 
   PropertyListView images() {
-    std::vector<Builder::Entry> images;
+    std::map<std::string_view, PropertyListView> images;
     for (const Layer& layer : layers_) {
-      for (const auto& image : section(layer, kImages, Type::kDictionary).entries()) {
-        if (image.value.isString()) {
-          images.push_back(image);
+      const auto own = section(layer, kImages, Type::kDictionary);
+      std::erase_if(images, [&](const auto& image) { return answerFor(own, image.first); });
+      for (const auto& [key, path] : own.entries()) {
+        if (path.isString()) {
+          images.insert_or_assign(key, path);
         } else {
-          leaveOut(layer, std::string(kImages) + ": " + std::string(image.key), "a string");
+          leaveOut(layer, std::string(kImages) + ": " + std::string(key), "a string");
         }
       }
     }
-    return builder_.dictionary(images);
+    std::vector<Builder::Entry> entries;
+    for (const auto& [key, path] : images) entries.push_back({key, path});
+    return builder_.dictionary(entries);
   }
 
   std::span<const Layer> layers_;

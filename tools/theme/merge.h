@@ -31,7 +31,8 @@ struct Merge {
 /// 2. Gradients: the topmost layer's last.
 /// 3. Rules: the topmost layer's last, visual style by visual style. Where a layer has rules for
 ///    tablets, those that have none give their phone's rules, as they would alone.
-/// 4. Pictures: under equal keys the topmost layer's.
+/// 4. Pictures: the topmost layer's, and of those below what is seen where it has none: under no
+///    key for which it would answer with an equal or a more general one.
 ///
 /// Entries inside a section are taken as they are; the library judges them.
 Merge merge(std::span<const Layer> layers);
