@@ -32,7 +32,7 @@ std::string folderOf(std::string_view style, std::string_view orientation) {
 }
 
 Result<Done> copy(const DeviceRoot& device, const std::string& path) {
-  const auto bytes = readTextFile(path);
+  const auto bytes = readRegularFile(path);
   if (!bytes) return Failure(bytes.failure().error, path + ": " + bytes.reason());
   if (const auto decoded = host::images::decode(*bytes); !decoded) {
     return Failure(EINVAL, path + ": no picture: " + decoded.reason);
