@@ -26,6 +26,7 @@
 #include "replay.h"
 #include "settings.h"
 #include "suggestion.h"
+#include "tidy_end.h"
 #include "uninstall.h"
 #include "watch.h"
 
@@ -114,6 +115,7 @@ void forgetDrawingPreferences() {
 
 int main(int argc, char** argv) {
   forgetDrawingPreferences();
+  tools::endTidily();
   // Whoever reads our output may go; that is an error of writing, not a reason to die untidily.
   std::signal(SIGPIPE, SIG_IGN);
   // So is a limit on the size of files.

@@ -6,6 +6,8 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "host/files/leftovers.h"
+
 namespace tools {
 
 namespace fs = std::filesystem;
@@ -33,6 +35,8 @@ Result<Done> writeOutput(const fs::path& path, std::string_view bytes) {
   const fs::path place = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
   fs::path target = place;
   if (replaces) target += ".part" + std::to_string(getpid());
+  const host::files::Leftover leftover =
+      replaces ? host::files::Leftover(target.string()) : host::files::Leftover();
   std::ofstream file(target, std::ios::binary | std::ios::trunc);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();

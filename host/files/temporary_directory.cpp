@@ -35,6 +35,7 @@ bool makeBelow(const std::filesystem::path& parent, std::string& name) {
 }  // namespace
 
 TemporaryDirectory::TemporaryDirectory() {
+  const InterruptionsWait wait;
   std::string name;
   const char* parent = std::getenv("TMPDIR");
   const bool is_chosen = parent != nullptr && *parent != '\0';
@@ -43,14 +44,16 @@ TemporaryDirectory::TemporaryDirectory() {
   if (!is_made && !makeBelow(is_chosen ? parent : "/tmp", name)) {
     throw std::system_error(errno, std::generic_category(), name);
   }
+  leftover_ = Leftover(name);
   path_ = std::move(name);
 }
 
 TemporaryDirectory::TemporaryDirectory(TemporaryDirectory&& other) noexcept
-    : path_(std::exchange(other.path_, {})) {}
+    : path_(std::exchange(other.path_, {})), leftover_(std::move(other.leftover_)) {}
 
 TemporaryDirectory& TemporaryDirectory::operator=(TemporaryDirectory&& other) noexcept {
   std::swap(path_, other.path_);
+  std::swap(leftover_, other.leftover_);
   return *this;
 }
 

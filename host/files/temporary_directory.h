@@ -2,10 +2,12 @@
 
 #include <filesystem>
 
+#include "host/files/leftovers.h"
+
 namespace host::files {
 
-/// A new directory of this machine, removed with its contents at the end. It lies below $TMPDIR,
-/// else in memory where there is plenty of room, else below /tmp.
+/// A new directory of this machine, removed with its contents at the end, or by removeLeftovers. It
+/// lies below $TMPDIR, else in memory where there is plenty of room, else below /tmp.
 class TemporaryDirectory {
  public:
   /// Throws std::system_error when none can be made.
@@ -18,6 +20,7 @@ class TemporaryDirectory {
 
  private:
   std::filesystem::path path_;
+  Leftover leftover_;
 };
 
 }  // namespace host::files

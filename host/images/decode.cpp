@@ -9,7 +9,7 @@ namespace {
 
 struct Format {
   std::string_view magic;
-  DecodeResult (*decode)(std::string_view file);
+  DecodeResult (*decode)(std::string_view file, std::uint64_t maxPixels);
 };
 
 constexpr Format kFormats[] = {
@@ -19,11 +19,12 @@ constexpr Format kFormats[] = {
 
 }  // namespace
 
-DecodeResult decode(std::string_view file) {
+DecodeResult decode(std::string_view file, std::uint64_t maxPixels) {
+  if (file.size() > kMaxFileBytes) return noPicture("Too large");
   for (const Format& format : kFormats) {
     if (!file.starts_with(format.magic)) continue;
     try {
-      return format.decode(file);
+      return format.decode(file, maxPixels);
     } catch (const std::bad_alloc&) {
       return noPicture("Not enough memory");
     }
@@ -31,8 +32,9 @@ DecodeResult decode(std::string_view file) {
   return noPicture("Neither PNG nor JPEG");
 }
 
-DecodeResult decode(std::span<const std::byte> file) {
-  return decode(std::string_view(reinterpret_cast<const char*>(file.data()), file.size()));
+DecodeResult decode(std::span<const std::byte> file, std::uint64_t maxPixels) {
+  const auto* const bytes = reinterpret_cast<const char*>(file.data());
+  return decode(std::string_view(bytes, file.size()), maxPixels);
 }
 
 }  // namespace host::images

@@ -8,10 +8,6 @@
 namespace host::images {
 namespace {
 
-// A progressive picture comes in about ten scans, each of which goes over all of it. A file of a
-// few bytes a scan could keep us busy for hours.
-constexpr int kMaxScans = 64;
-
 class JpegReader {
  public:
   explicit JpegReader(std::string_view file) : file_(file) {
@@ -22,15 +18,17 @@ class JpegReader {
   JpegReader& operator=(const JpegReader&) = delete;
   ~JpegReader() { jpeg_destroy_decompress(&jpeg_); }
 
-  DecodeResult read() {
+  DecodeResult read(std::uint64_t maxPixels) {
     if (!guarded(errors_.escape, [this] { readHeader(); })) return noPicture(errors_.reason);
-    if (!fits(jpeg_.image_width, jpeg_.image_height)) return noPicture("Too large");
-    if (!guarded(errors_.escape, [this] { start(); })) return noPicture(errors_.reason);
+    const char* const why = refusalOf(jpeg_.image_width, jpeg_.image_height, maxPixels);
+    if (why != nullptr) return noPicture(why);
+    const std::uint64_t pixels = std::uint64_t{jpeg_.image_width} * jpeg_.image_height;
+    if (!guarded(errors_.escape, [this] { start(); })) return noPicture(errors_.reason, pixels);
 
     Bitmap bitmap{
         static_cast<int>(jpeg_.output_width), static_cast<int>(jpeg_.output_height), true, {}};
-    if (!readRows(bitmap.pixels)) return noPicture(errors_.reason);
-    return {std::move(bitmap), {}};
+    if (!readRows(bitmap.pixels)) return noPicture(errors_.reason, pixels);
+    return {std::move(bitmap), {}, pixels};
   }
 
  private:
@@ -42,6 +40,7 @@ class JpegReader {
   void readHeader() {
     jpeg_create_decompress(&jpeg_);
     jpeg_.progress = &progress_;
+    jpeg_.mem->max_memory_to_use = static_cast<long>(kMaxCoderBytes);
     jpeg_mem_src(&jpeg_, reinterpret_cast<const unsigned char*>(file_.data()), file_.size());
     jpeg_read_header(&jpeg_, TRUE);
   }
@@ -86,8 +85,8 @@ class JpegReader {
 
 }  // namespace
 
-DecodeResult decodeJpeg(std::string_view file) {
-  return JpegReader(file).read();
+DecodeResult decodeJpeg(std::string_view file, std::uint64_t maxPixels) {
+  return JpegReader(file).read(maxPixels);
 }
 
 }  // namespace host::images

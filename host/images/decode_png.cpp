@@ -10,11 +10,8 @@
 namespace host::images {
 namespace {
 
-// What a chunk may unpack to. The ones that can be large are skipped; this is for those to come.
-constexpr png_alloc_size_t kMaxChunkBytes = 1 << 20;
-constexpr png_uint_32 kMaxKeptChunks = 16;
-
 constexpr std::size_t kChannels = 4;
+constexpr png_uint_32 kPixelChunk = 0x49444154;  // IDAT
 
 class PngReader {
  public:
@@ -26,17 +23,18 @@ class PngReader {
   PngReader& operator=(const PngReader&) = delete;
   ~PngReader() { png_destroy_read_struct(&png_, &info_, nullptr); }
 
-  DecodeResult read() {
+  DecodeResult read(std::uint64_t maxPixels) {
     if (info_ == nullptr) return noPicture("Not enough memory");
     if (!guarded(escape_, [this] { readHeader(); })) return noPicture(reason_);
-    if (!fits(width_, height_)) return noPicture("Too large");
+    if (const char* why = refusalOf(width_, height_, maxPixels)) return noPicture(why);
     if (!guarded(escape_, [this] { askForRgba(); })) return noPicture(reason_);
 
+    const std::uint64_t pixels = std::uint64_t{width_} * height_;
     Bitmap bitmap{static_cast<int>(width_), static_cast<int>(height_), true, {}};
     const bool whole = passes_ == 1 ? readRows(bitmap.pixels) : readInterlaced(bitmap.pixels);
-    if (!whole) return noPicture(reason_);
+    if (!whole) return noPicture(reason_, pixels);
     bitmap.opaque = (alphas_ >> 24) == 255;
-    return {std::move(bitmap), {}};
+    return {std::move(bitmap), {}, pixels};
   }
 
  private:
@@ -49,10 +47,21 @@ class PngReader {
   static void ignore(png_structp, png_const_charp) {}
 
   static void take(png_structp png, png_bytep bytes, std::size_t size) {
-    auto& rest = static_cast<PngReader*>(png_get_io_ptr(png))->rest_;
-    if (size > rest.size()) png_error(png, "Cut short");
-    std::memcpy(bytes, rest.data(), size);
-    rest.remove_prefix(size);
+    auto& self = *static_cast<PngReader*>(png_get_io_ptr(png));
+    if (size > self.rest_.size()) png_error(png, "Cut short");
+    if (self.isAtLastRows_ && (self.lastBytes_ += size) > kMaxLastBytes &&
+        png_get_io_chunk_type(png) == kPixelChunk) {
+      png_error(png, "Too much data after the last row");
+    }
+    std::memcpy(bytes, self.rest_.data(), size);
+    self.rest_.remove_prefix(size);
+  }
+
+  // The library unpacks what follows the last pixel as it reads the last row of all, which is one
+  // of the last two in whatever order they come.
+  void readRow(png_uint_32 y, png_bytep row) {
+    isAtLastRows_ = y + 2 >= height_;
+    png_read_row(png_, row, nullptr);
   }
 
   void readHeader() {
@@ -83,7 +92,7 @@ class PngReader {
     std::vector<png_byte> row(kChannels * width_);
     pixels.reserve(std::size_t{width_} * height_);
     for (png_uint_32 y = 0; y < height_; ++y) {
-      if (!guarded(escape_, [&] { png_read_row(png_, row.data(), nullptr); })) return false;
+      if (!guarded(escape_, [&] { readRow(y, row.data()); })) return false;
       appendRow(row.data(), pixels);
     }
     return readEnd();
@@ -96,7 +105,7 @@ class PngReader {
     const auto readPasses = [&] {
       for (int pass = 0; pass < passes_; ++pass) {
         for (png_uint_32 y = 0; y < height_; ++y) {
-          png_read_row(png_, bytes + std::size_t{y} * kChannels * width_, nullptr);
+          readRow(y, bytes + std::size_t{y} * kChannels * width_);
         }
       }
     };
@@ -133,13 +142,15 @@ class PngReader {
   png_uint_32 width_ = 0;
   png_uint_32 height_ = 0;
   int passes_ = 1;
+  bool isAtLastRows_ = false;
+  std::size_t lastBytes_ = 0;  // read since the last rows began
   Pixel alphas_ = ~Pixel{0};
 };
 
 }  // namespace
 
-DecodeResult decodePng(std::string_view file) {
-  return PngReader(file).read();
+DecodeResult decodePng(std::string_view file, std::uint64_t maxPixels) {
+  return PngReader(file).read(maxPixels);
 }
 
 }  // namespace host::images

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/plist/date_text.h"
+#include "host/plist/limits.h"
 #include "host/plist/node.h"
 #include "host/plist/number_text.h"
 #include "host/plist/utf8.h"
@@ -38,6 +39,13 @@ void appendControl(std::string& line, char32_t c) {
     default:
       line.append("\\u00").append({kHexDigits[c >> 4U], kHexDigits[c & 0xFU]});
   }
+}
+
+/// At most `longest` bytes of `text`, cut between two characters.
+std::string_view startOf(std::string_view text, std::size_t longest) {
+  if (text.size() <= longest) return text;
+  while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0U) == 0x80U) --longest;
+  return text.substr(0, longest);
 }
 
 /// Appends `text` with its control characters and those in `special` escaped.
@@ -82,14 +90,18 @@ void appendHex(std::string& line, Data bytes) {
 }
 
 /// Writes one value, keeping the collections it is inside of on a stack of its own: how deep they
-/// nest must not decide how much of the thread's stack is used.
+/// nest must not decide how much of the thread's stack is used. Stops where the description ends: a
+/// value may stand for as much memory as a whole list.
 class Describer {
  public:
   std::string describe(PropertyListView root) && {
-    if (const auto* text = payload<std::string_view>(root)) return escapeControls(*text);
+    if (const auto* text = payload<std::string_view>(root)) {
+      return inOneLine(*text, kMaxDescribedBytes);
+    }
     begin(root);
-    while (!open_.empty()) advance();
-    return std::move(line_);
+    while (!open_.empty() && line_.size() <= kMaxDescribedBytes) advance();
+    if (line_.size() <= kMaxDescribedBytes) return std::move(line_);
+    return std::string(startOf(line_, kMaxDescribedBytes)) + "...";
   }
 
  private:
@@ -111,9 +123,11 @@ class Describer {
   void append(PropertyListView, bool value) { line_ += value ? '1' : '0'; }
   void append(PropertyListView, std::int64_t value) { appendInteger(line_, value); }
   void append(PropertyListView, double value) { appendReal(line_, value); }
-  void append(PropertyListView, std::string_view text) { appendElementText(line_, text); }
+  void append(PropertyListView, std::string_view text) { appendText(text); }
   void append(PropertyListView, Date date) { appendLogDate(line_, date); }
-  void append(PropertyListView, Data bytes) { appendHex(line_, bytes); }
+  void append(PropertyListView, Data bytes) {
+    appendHex(line_, bytes.first(std::min(bytes.size(), kMaxDescribedBytes)));
+  }
   void append(PropertyListView view, Items) {
     line_ += '(';
     open_.push_back({view});
@@ -121,6 +135,12 @@ class Describer {
   void append(PropertyListView view, Entries) {
     line_ += '{';
     open_.push_back({view});
+  }
+
+  // A character more than fits, so that what is cut off is noticed.
+  void appendText(std::string_view text) {
+    constexpr std::size_t kLongestCharacter = 4;
+    appendElementText(line_, startOf(text, kMaxDescribedBytes + kLongestCharacter));
   }
 
   /// Writes the next element of the innermost collection, or closes it.
@@ -140,7 +160,7 @@ class Describer {
   void advanceDictionary(Entries entries, std::size_t index) {
     if (index > 0) line_ += "; ";
     if (index == entries.size()) return close("}");
-    appendElementText(line_, entries[index].key);
+    appendText(entries[index].key);
     line_ += " = ";
     begin(entries[index].value);
   }
@@ -163,6 +183,12 @@ std::string describe(PropertyListView view) {
 std::string escapeControls(std::string_view text) {
   std::string line;
   appendEscaped(line, text, "");
+  return line;
+}
+
+std::string inOneLine(std::string_view text, std::size_t longest) {
+  std::string line = escapeControls(startOf(text, longest));
+  if (text.size() > longest) line += "...";
   return line;
 }
 

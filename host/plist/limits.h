@@ -15,6 +15,8 @@ inline constexpr std::size_t kMaxValues = 1'000'000;
 inline constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 /// How many bytes of text, keys and data a list may hold, each counted as often as it is referred
 /// to: else a few shared long strings would make a small file endless for whoever walks it.
-inline constexpr std::size_t kMaxExpandedBytes = 4 * kMaxBytes;
+inline constexpr std::size_t kMaxExpandedBytes = kMaxBytes;
+/// How long the description of a value may be, for logs and messages; what is longer is cut off.
+inline constexpr std::size_t kMaxDescribedBytes = std::size_t{16} << 10U;
 
 }  // namespace host::plist

@@ -1,9 +1,9 @@
 #include "host/system/files.h"
 
-#include <cstddef>
 #include <utility>
 
 #include "host/files/shell.h"
+#include "host/plist/limits.h"
 #include "host/plist/reader.h"
 #include "host/runtime/class_table.h"
 #include "host/runtime/trace.h"
@@ -15,12 +15,10 @@ namespace host::system {
 
 namespace {
 
-constexpr std::size_t kMaxFileBytes = std::size_t{64} << 20U;
-
 /// The file at a device path as the library reads it; the attempt is noted, also when it fails.
-files::Result<std::string> readNoted(std::string_view path) {
+files::Result<std::string> readNoted(std::string_view path, std::size_t maxBytes) {
   runtime::record(runtime::Event::Kind::kRead, path);
-  return process().root().readFile(path, kMaxFileBytes);
+  return process().root().readFile(path, maxBytes);
 }
 
 }  // namespace
@@ -35,14 +33,14 @@ DataObject::DataObject(std::string fileBytes, std::string filePath)
 namespace platform {
 
 PropertyList PropertyList::dictionaryWithContentsOfFile(std::string_view path) {
-  const auto bytes = host::system::readNoted(path);
+  const auto bytes = host::system::readNoted(path, host::plist::kMaxBytes);
   if (!bytes) return {};
   auto reading = host::plist::read(*bytes);
   return reading.list.isDictionary() ? std::move(reading.list) : PropertyList();
 }
 
 NSData NSData::dataWithContentsOfFile(std::string_view path) {
-  auto bytes = host::system::readNoted(path);
+  auto bytes = host::system::readNoted(path, host::system::kMaxDataBytes);
   if (!bytes) return {};
   return NSData(host::runtime::makeAutoreleased<host::system::DataObject>(*std::move(bytes),
                                                                           std::string(path)));

@@ -2,12 +2,14 @@
 
 #include <array>
 #include <charconv>
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <syslog.h>
 #include <utility>
 
 #include "host/plist/description.h"
+#include "host/plist/limits.h"
 #include "host/runtime/trace.h"
 #include "platform/foundation.h"
 
@@ -22,7 +24,9 @@ std::function<void(std::string_view)>& logEcho() {
 
 struct ArgumentText {
   std::string operator()(std::monostate) const { return "(null)"; }
-  std::string operator()(std::string_view text) const { return plist::escapeControls(text); }
+  std::string operator()(std::string_view text) const {
+    return plist::inOneLine(text, plist::kMaxDescribedBytes);
+  }
   std::string operator()(platform::PropertyListView value) const { return plist::describe(value); }
   std::string operator()(int number) const { return std::to_string(number); }
   std::string operator()(const void* address) const {
@@ -47,6 +51,25 @@ std::string formatLine(std::string_view format,
   }
 }
 
+/// Whether the system log may have another line of this process. What logs without end would slow
+/// the keyboard down, and drive the lines of others out of the log.
+bool mayLog() {
+  using Clock = std::chrono::steady_clock;
+  static Clock::time_point secondBegan;
+  static int lines = 0;
+  const auto now = Clock::now();
+  if (now - secondBegan >= std::chrono::seconds(1)) {
+    secondBegan = now;
+    lines = 0;
+  }
+  return lines++ < kMaxLinesASecond;
+}
+
+/// `line` in the system log, unless there are too many.
+void logToSystem(const std::string& line) {
+  if (mayLog()) syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
+}
+
 }  // namespace
 
 void setLogEcho(std::function<void(std::string_view)> echo) {
@@ -60,7 +83,7 @@ namespace platform {
 void NSLog(std::string_view format, std::initializer_list<LogArgument> arguments) {
   const std::string line = host::system::formatLine(format, arguments);
   host::runtime::record(host::runtime::Event::Kind::kLog, line);
-  syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
+  host::system::logToSystem(line);
   if (const auto& echo = host::system::logEcho()) echo(line);
 }
 

@@ -5,6 +5,10 @@
 
 namespace host::system {
 
+/// How many lines a process puts into the system log in a second; more are lost to it, and to it
+/// alone.
+inline constexpr int kMaxLinesASecond = 500;
+
 /// Where log lines go besides the system log: called with each line, without a line end. None at
 /// first.
 void setLogEcho(std::function<void(std::string_view line)> echo);

@@ -1,17 +1,33 @@
 #include "host/views/image.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "host/images/decode.h"
+#include "host/images/limits.h"
 #include "host/runtime/class_table.h"
 #include "host/system/files.h"
 
 namespace host::views {
 
+namespace {
+
+/// The pixels of all BitmapObjects that live, and of the broken pictures that were decoded.
+std::uint64_t spentPixels = 0;
+
+}  // namespace
+
 BitmapObject::BitmapObject(images::Bitmap pixels, std::string filePath)
     : objc_object(runtime::defineClass("CGImage")),
       bitmap(std::move(pixels)),
-      path(std::move(filePath)) {}
+      path(std::move(filePath)) {
+  spentPixels += bitmap.pixels.size();
+}
+
+BitmapObject::~BitmapObject() {
+  spentPixels -= bitmap.pixels.size();
+}
 
 ImageObject::ImageObject(platform::Retained<platform::CGImageRef> pixels, double imageScale)
     : objc_object(runtime::defineClass("UIImage")), image(std::move(pixels)), scale(imageScale) {}
@@ -27,8 +43,11 @@ std::function<void(std::string_view, std::string_view)>& brokenPictureEcho() {
 platform::Retained<platform::CGImageRef> decode(platform::NSData data) {
   const auto* const file = runtime::as<system::DataObject>(data);
   if (!file) return {};
-  auto decoded = images::decode(file->bytes);
+  const std::uint64_t left =
+      images::kMaxPixelsTogether - std::min(images::kMaxPixelsTogether, spentPixels);
+  auto decoded = images::decode(file->bytes, left);
   if (!decoded) {
+    spentPixels += decoded.pixels;
     if (const auto& echo = brokenPictureEcho()) echo(file->path, decoded.reason);
     return {};
   }

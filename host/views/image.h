@@ -11,9 +11,13 @@
 
 namespace host::views {
 
-/// A decoded picture, and the device path of the file that it came from.
+/// A decoded picture, and the device path of the file that it came from. Counts against
+/// images::kMaxPixelsTogether as long as it lives; main thread only.
 struct BitmapObject final : objc_object {
   BitmapObject(images::Bitmap pixels, std::string filePath);
+  BitmapObject(const BitmapObject&) = delete;
+  BitmapObject& operator=(const BitmapObject&) = delete;
+  ~BitmapObject() override;
   images::Bitmap bitmap;
   std::string path;
 };

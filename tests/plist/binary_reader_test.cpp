@@ -352,15 +352,15 @@ TEST(BinaryReader, LimitsTheTextThatIsShared) {
   const auto list = [&](std::size_t times) {
     return binaryFile({counted(times, repeated("\x01", times)), long_text}, {.offsetSize = 4});
   };
-  EXPECT_TRUE(readBinary(list(256)));
-  EXPECT_EQ(readBinary(list(257)).reason,
-            "object 0 at offset 8: more than 256 MiB of text once what is shared is written out");
+  EXPECT_TRUE(readBinary(list(64)));
+  EXPECT_EQ(readBinary(list(65)).reason,
+            "object 0 at offset 8: more than 64 MiB of text once what is shared is written out");
   const auto keys = [&](std::size_t times) {
     const std::string body = repeated("\x01", times) + repeated("\x02", times);
     return binaryFile({counted(times, body, '\xDF'), long_text, "\x08"s}, {.offsetSize = 4});
   };
-  EXPECT_TRUE(readBinary(keys(256)));
-  EXPECT_FALSE(readBinary(keys(257)));
+  EXPECT_TRUE(readBinary(keys(64)));
+  EXPECT_FALSE(readBinary(keys(65)));
 }
 
 TEST(BinaryReader, RefusesTextsThatOverlap) {

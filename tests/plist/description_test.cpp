@@ -95,6 +95,43 @@ TEST(Description, WritesCollectionsOnOneLine) {
   EXPECT_EQ(describe(PropertyListView()), "(null)");
 }
 
+TEST(Description, IsCutOffBehindTheBound) {
+  const std::string longest(kMaxDescribedBytes, 'a');
+  struct Case {
+    const char* name;
+    std::string text;
+    std::string line;
+  };
+  const Case cases[] = {
+      {"as long as may be", longest, longest},
+      {"a byte longer", longest + "b", longest + "..."},
+      {"much longer", longest + longest, longest + "..."},
+      {"between characters", longest.substr(1) + "\xF0\x9F\x98\x80", longest.substr(1) + "..."},
+  };
+  for (const Case& c : cases) {
+    Builder builder;
+    EXPECT_EQ(describe(builder.string(c.text)), c.line) << c.name;
+    EXPECT_EQ(inOneLine(c.text, kMaxDescribedBytes), c.line) << c.name;
+  }
+}
+
+TEST(Description, OfWhateverIsInItIsCutOffBehindTheBound) {
+  Builder builder;
+  const auto text = builder.string(std::string(3'000'000, 'a'));
+  const auto controls = builder.string(std::string(3'000'000, '\x01'));
+  const auto wide = builder.string(samples::repeated("\xF0\x9F\x98\x80", 1'000'000));
+  const auto data = builder.data(std::vector<std::byte>(3'000'000));
+  const std::vector<PropertyListView> many(500'000, builder.boolean(true));
+  const Builder::Entry entry{builder.keep(std::string(3'000'000, 'k')), text};
+  for (const PropertyListView item :
+       {text, controls, wide, data, builder.array(many), builder.dictionary({&entry, 1})}) {
+    const std::string line = describe(builder.array({&item, 1}));
+    EXPECT_LE(line.size(), kMaxDescribedBytes + 3);
+    EXPECT_GE(line.size(), kMaxDescribedBytes);
+    EXPECT_TRUE(line.starts_with('(') && line.ends_with("..."));
+  }
+}
+
 TEST(Description, TakesTheDeepestList) {
   const Reading reading =
       readXml(samples::repeated("<array>", kMaxDepth) + samples::repeated("</array>", kMaxDepth));

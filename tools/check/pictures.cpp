@@ -1,7 +1,9 @@
 #include "check/pictures.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -10,8 +12,10 @@
 #include "check/did_you_mean.h"
 #include "check/words.h"
 #include "host/images/decode.h"
+#include "host/images/limits.h"
 #include "render/workers.h"
 #include "theme/dictionary_file.h"
+#include "theme/picture_copies.h"
 
 namespace tools::check {
 
@@ -21,7 +25,6 @@ using platform::PropertyListView;
 
 namespace {
 
-constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 constexpr std::string_view kDirectory = "/var/mobile/Library/Prismal/Themes/Theme/";
 
 /// What a file of the theme's folder is.
@@ -32,10 +35,15 @@ struct File {
 };
 using Files = std::map<std::string, File>;
 
-File readPicture(const host::files::DeviceRoot& folder, const std::string& path) {
-  const auto bytes = folder.readFile(path, kMaxBytes);
+/// `spentPixels` are those of the pictures that were read before, on any thread.
+File readPicture(const host::files::DeviceRoot& folder, const std::string& path,
+                 std::atomic<std::uint64_t>& spentPixels) {
+  using host::images::kMaxPixelsTogether;
+  const auto bytes = folder.readFile(path, host::images::kMaxFileBytes);
   if (!bytes) return {bytes.failure().error != ENOENT, bytes.reason(), {}};
-  const auto decoded = host::images::decode(*bytes);
+  const std::uint64_t left = kMaxPixelsTogether - std::min(kMaxPixelsTogether, spentPixels.load());
+  const auto decoded = host::images::decode(*bytes, left);
+  spentPixels += decoded.pixels;
   if (!decoded) return {true, decoded.reason, {}};
   return {true, "", {decoded.bitmap->width, decoded.bitmap->height}};
 }
@@ -69,12 +77,13 @@ Files readAll(const Theme& theme, PropertyListView section) {
     files.try_emplace(normal(path));
     files.try_emplace(prismal::doubleResolutionPath(normal(path)));
   }
+  std::atomic<std::uint64_t> spentPixels = 0;
   std::vector<Files::value_type*> order;
   for (auto& file : files) order.push_back(&file);
   render::inParallel(
       order.size(),
       [&](std::size_t i, host::drawing::Fonts&) {
-        order[i]->second = readPicture(theme.source.folder(), order[i]->first);
+        order[i]->second = readPicture(theme.source.folder(), order[i]->first, spentPixels);
       },
       [](std::size_t) {});
   return files;
@@ -178,6 +187,8 @@ std::vector<Picture> checkPictures(Theme& theme, const Boards& boards,
   const PropertyListView section = theme.section(kImages);
   const Files files = readAll(theme, section);
   std::vector<Picture> pictures;
+  theme::PictureCopies copies(theme.source.folder(), device, kDirectory,
+                              host::files::Durability::kNone);
   for (const PropertyListEntry& entry : section.entries()) {
     const bool isAskedFor = boards.imageKeys().contains(entry.key);
     if (!isAskedFor) tellUnknownKey(theme, entry, boards);
@@ -186,8 +197,7 @@ std::vector<Picture> checkPictures(Theme& theme, const Boards& boards,
     if (!picture.sizes.empty()) {
       const std::string path = normal(picture.path);
       // What can't be copied is missing on the device, and what is drawn there is without it.
-      static_cast<void>(theme::copyPicture(theme.source.folder(), path, device, kDirectory,
-                                           host::files::Durability::kNone));
+      static_cast<void>(copies.copy(path));
       picture.device_path = std::string(kDirectory) + path;
     }
     pictures.push_back(std::move(picture));

@@ -1,27 +1,8 @@
 #include "check/words.h"
 
-#include "host/plist/description.h"
-
 namespace tools::check {
 
 using Type = platform::PropertyListView::Type;
-
-namespace {
-
-/// At most `longest` bytes of `text`, cut between two characters.
-std::string_view startOf(std::string_view text, std::size_t longest) {
-  if (text.size() <= longest) return text;
-  while (longest > 0 && (static_cast<unsigned char>(text[longest]) & 0xC0U) == 0x80U) --longest;
-  return text.substr(0, longest);
-}
-
-}  // namespace
-
-std::string inOneLine(std::string_view text, std::size_t longest) {
-  std::string line = host::plist::escapeControls(startOf(text, longest));
-  if (text.size() > longest) line += "...";
-  return line;
-}
 
 std::string inQuotes(std::string_view text) {
   constexpr std::size_t kLongest = 60;

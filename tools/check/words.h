@@ -8,13 +8,13 @@
 #include <string_view>
 #include <vector>
 
+#include "host/plist/description.h"
 #include "host/plist/node.h"
 #include "platform/property_list.h"
 
 namespace tools::check {
 
-/// `text` without control characters, and cut off behind `longest` bytes.
-std::string inOneLine(std::string_view text, std::size_t longest);
+using host::plist::inOneLine;
 
 /// `text` in quotes, on one line, not too long to be read.
 std::string inQuotes(std::string_view text);

@@ -39,7 +39,7 @@ std::string freeFolder(const DeviceRoot& device, std::string_view style,
 }
 
 Result<Done> copy(const DeviceRoot& device, const std::string& path) {
-  const auto bytes = readTextFile(path);
+  const auto bytes = readRegularFile(path);
   if (!bytes) return Failure(bytes.failure().error, path + ": " + bytes.reason());
   if (const auto decoded = host::images::decode(*bytes); !decoded) {
     return Failure(EINVAL, path + ": no picture: " + decoded.reason);

@@ -12,6 +12,7 @@
 #include "backgrounds/layout_variant.h"
 #include "backgrounds/orientation.h"
 #include "host/images/decode.h"
+#include "host/images/limits.h"
 #include "host/system/process.h"
 #include "styles/visual_style.h"
 
@@ -53,9 +54,8 @@ class Reads {
 };
 
 std::string whyNoPicture(const std::string& file) {
-  constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
   if (file.empty()) return "not asked for";
-  const auto bytes = host::system::process().root().readFile(file, kMaxBytes);
+  const auto bytes = host::system::process().root().readFile(file, host::images::kMaxFileBytes);
   if (!bytes) return bytes.reason();
   return "no picture: " + host::images::decode(*bytes).reason;
 }

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/plist/description.h"
 #include "keyboard/words.h"
 #include "scenario/json_output.h"
 #include "styles/control_state.h"
@@ -104,7 +105,7 @@ std::string lossesText(const std::vector<LostProperty>& lost) {
 /// `condition` is what the failed term is a part of.
 std::string failureText(const prismal::FailedTerm& failed, std::string_view condition,
                         const Explanation& explanation) {
-  const std::string term(failed.term);
+  const std::string term = host::plist::inOneLine(failed.term, kMaxShownCondition);
   if (failed.subject == prismal::ConditionSubject::kNothing) {
     return "fails: \"" + term + "\" is no term";
   }
@@ -144,7 +145,8 @@ std::string rulesText(const Explanation& explanation, const ThemeRules& rules) {
   for (std::size_t i = 0; i < explanation.outcomes.rules.size(); ++i) {
     const RuleOutcome& outcome = explanation.outcomes.rules[i];
     const auto line = lineOf(outcome.rule);
-    rows.push_back({std::to_string(i), line ? std::to_string(*line) : "", conditionOf(outcome),
+    rows.push_back({std::to_string(i), line ? std::to_string(*line) : "",
+                    host::plist::inOneLine(conditionOf(outcome), kMaxShownCondition),
                     outcomeText(outcome, explanation)});
   }
   return text + textTable(rows);

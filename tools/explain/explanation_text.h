@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "explain/explanation.h"
 
 namespace tools::explain {
+
+/// How much of a condition people are shown, in bytes.
+inline constexpr std::size_t kMaxShownCondition = 200;
 
 /// An explanation for people: what the key is, its properties, the rules, what lies behind it.
 std::string explanationText(const Explanation& explanation, const ThemeRules& rules);

@@ -54,6 +54,9 @@ bool isRoutine(std::string_view line) {
                              [&](std::string_view start) { return line.starts_with(start); });
 }
 
+/// How many different lines are told, so that neither memory nor a terminal fills with them.
+constexpr std::size_t kMaxToldLines = 1000;
+
 /// What is told for people goes to standard error, each line once: the library tells of a broken
 /// rule for every key.
 class Teller {
@@ -63,11 +66,16 @@ class Teller {
     if (!prefix_.empty()) prefix_ += ": ";
   }
   void operator()(std::string_view line) {
-    if (quiet_ || (faultsOnly_ && isRoutine(line)) || !told_->emplace(line).second) return;
-    std::fprintf(stderr, "%s%.*s\n", prefix_.c_str(), static_cast<int>(line.size()), line.data());
+    if (quiet_ || (faultsOnly_ && isRoutine(line)) || told_->size() > kMaxToldLines) return;
+    if (!told_->emplace(line).second) return;
+    print(told_->size() > kMaxToldLines ? "more lines follow, which are not told" : line);
   }
 
  private:
+  void print(std::string_view line) const {
+    std::fprintf(stderr, "%s%.*s\n", prefix_.c_str(), static_cast<int>(line.size()), line.data());
+  }
+
   bool quiet_;
   bool faultsOnly_;
   std::string prefix_;

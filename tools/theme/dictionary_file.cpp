@@ -1,10 +1,9 @@
 #include "theme/dictionary_file.h"
 
 #include <cerrno>
-#include <cstddef>
 #include <utility>
 
-#include "backgrounds/double_resolution_path.h"
+#include "host/plist/limits.h"
 #include "host/plist/reader.h"
 #include "host/plist/writer.h"
 
@@ -12,19 +11,12 @@ namespace tools::theme {
 
 namespace fs = std::filesystem;
 using host::files::DeviceRoot;
-using host::files::Durability;
 using host::files::Failure;
 using host::files::Result;
 
-namespace {
-
-constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
-
-}  // namespace
-
 Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::string_view path,
                                               const std::string& what) {
-  const auto bytes = root.readFile(path, kMaxBytes);
+  const auto bytes = root.readFile(path, host::plist::kMaxBytes);
   if (!bytes) return bytes.failure();
   auto reading = host::plist::read(*bytes);
   if (!reading) return Failure(EINVAL, std::move(reading.reason));
@@ -43,7 +35,7 @@ Result<DictionaryFile> readDictionaryFile(const fs::path& file, const std::strin
 
 std::string fileOf(platform::PropertyListView list) {
   std::string binary = host::plist::writeBinary(list);
-  return binary.size() <= kMaxBytes ? std::move(binary) : host::plist::writeXml(list);
+  return binary.size() <= host::plist::kMaxBytes ? std::move(binary) : host::plist::writeXml(list);
 }
 
 bool isDevicePath(std::string_view path) {
@@ -54,24 +46,6 @@ std::optional<std::string> pathInFolder(std::string_view path) {
   const std::string inFolder = fs::path(path).lexically_normal().string();
   if (inFolder == ".." || inFolder.starts_with("../")) return std::nullopt;
   return inFolder;
-}
-
-Result<std::optional<std::string>> copyPicture(const DeviceRoot& folder, const std::string& path,
-                                               const DeviceRoot& device, std::string_view directory,
-                                               Durability durability) {
-  std::optional<std::string> missing;
-  bool isThere = false;
-  for (const std::string& name : {path, prismal::doubleResolutionPath(path)}) {
-    const auto bytes = folder.readFile(name, kMaxBytes);
-    isThere = isThere || bytes;
-    if (!bytes && !missing) missing = bytes.reason();
-    if (!bytes) continue;
-    const std::string target = std::string(directory) + name;
-    const auto written = device.writeFile(target, *bytes, durability);
-    if (!written) return Failure(written.failure().error, target + ": " + written.reason());
-  }
-  if (isThere) missing.reset();
-  return missing;
 }
 
 }  // namespace tools::theme

@@ -38,13 +38,4 @@ bool isDevicePath(std::string_view path);
 /// leads out of it.
 std::optional<std::string> pathInFolder(std::string_view path);
 
-/// Copies the picture at `path` in `folder`, one of pathInFolder, and its double-resolution sibling
-/// to the same path below the device's directory `directory` (with a slash at its end). The answer
-/// is why there is neither, if so; a failure is the device's, and its text names the place there.
-host::files::Result<std::optional<std::string>> copyPicture(const host::files::DeviceRoot& folder,
-                                                            const std::string& path,
-                                                            const host::files::DeviceRoot& device,
-                                                            std::string_view directory,
-                                                            host::files::Durability durability);
-
 }  // namespace tools::theme

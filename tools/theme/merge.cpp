@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "host/plist/builder.h"
+#include "host/plist/description.h"
 #include "theme/background_key.h"
+#include "theme/limits.h"
 
 namespace tools::theme {
 
@@ -36,8 +38,8 @@ class Merger {
 
  private:
   void leaveOut(const Layer& layer, std::string_view place, const char* must) {
-    leftOut_.push_back(layer.name + ": " + std::string(place) + " must be " + must +
-                       "; it is left out");
+    leftOut_.push_back(layer.name + ": " + host::plist::inOneLine(place, kMaxToldName) +
+                       " must be " + must + "; it is left out");
   }
 
   /// Null when the layer doesn't have it in a form that can be used.

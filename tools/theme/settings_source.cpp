@@ -1,10 +1,12 @@
 #include "theme/settings_source.h"
 
 #include <string_view>
-#include <utility>
 
 #include "device/places.h"
 #include "host/plist/builder.h"
+#include "host/plist/description.h"
+#include "theme/complaints.h"
+#include "theme/picture_copies.h"
 
 namespace tools::theme {
 
@@ -21,7 +23,8 @@ constexpr std::string_view kImages = "backgroundImages";
 /// Rewrites the user's pictures for the device that they are copied to.
 class Pictures {
  public:
-  Pictures(const DeviceRoot& folder, const DeviceRoot& device) : folder_(folder), device_(device) {}
+  Pictures(const DeviceRoot& folder, const DeviceRoot& device)
+      : copies_(folder, device, device::kPictures, Durability::kNone) {}
 
   /// By visual style, then by orientation.
   PropertyListView rewrite(Builder& builder, PropertyListView styles) {
@@ -37,29 +40,33 @@ class Pictures {
     return builder.dictionary(rewritten);
   }
 
-  std::vector<std::string> missing;
+  std::vector<std::string> takeMissing() { return missing_.take("settings: backgroundImages"); }
 
  private:
   PropertyListView copy(Builder& builder, PropertyListView value) {
     const std::string_view written = value.string().value_or("");
+    if (written.starts_with('/')) {
+      tell(written, "a path of the device; not on the one that is drawn");
+    }
     if (isDevicePath(written)) return value;
     const auto path = pathInFolder(written);
     if (!path) {
       tell(written, "leads out of the folder");
       return value;
     }
-    const auto copied = copyPicture(folder_, *path, device_, device::kPictures, Durability::kNone);
+    const auto copied = copies_.copy(*path);
     if (!copied) tell(written, copied.reason());
     if (copied && *copied) tell(written, **copied);
     return builder.string(std::string(device::kPictures) + *path);
   }
 
   void tell(std::string_view written, const std::string& reason) {
-    missing.push_back("settings: backgroundImages: " + std::string(written) + ": " + reason);
+    missing_.add("settings: backgroundImages: " + host::plist::inOneLine(written, kMaxToldName) +
+                 ": " + reason);
   }
 
-  const DeviceRoot& folder_;
-  const DeviceRoot& device_;
+  PictureCopies copies_;
+  Complaints missing_;
 };
 
 }  // namespace
@@ -76,7 +83,7 @@ Result<std::vector<std::string>> putSettingsOn(const DeviceRoot& device, const s
   }
   const auto put = device.writeFile(device::kSettings, fileOf(builder.dictionary(entries)));
   if (!put) return put.failure();
-  return std::move(pictures.missing);
+  return pictures.takeMissing();
 }
 
 }  // namespace tools::theme

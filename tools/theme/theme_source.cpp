@@ -1,10 +1,16 @@
 #include "theme/theme_source.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
+#include <optional>
 #include <system_error>
 
 #include "device/places.h"
+#include "host/plist/description.h"
+#include "theme/complaints.h"
 #include "theme/device_paths.h"
+#include "theme/picture_copies.h"
 
 namespace tools::theme {
 
@@ -12,6 +18,17 @@ namespace fs = std::filesystem;
 using host::files::DeviceRoot;
 using host::files::Durability;
 using host::files::Result;
+using host::plist::inOneLine;
+
+namespace {
+
+constexpr const char* kImages = "BackgroundImages";
+
+Result<std::optional<std::string>> leadsOut() {
+  return std::optional<std::string>("leads out of the folder");
+}
+
+}  // namespace
 
 std::string themeName(const std::string& path) {
   std::error_code error;
@@ -32,30 +49,40 @@ Result<ThemeSource> ThemeSource::read(const std::string& path) {
 Result<std::vector<std::string>> ThemeSource::copyPictures(const DeviceRoot& device,
                                                            std::string_view directory,
                                                            Durability durability) const {
-  std::vector<std::string> missing;
-  for (const auto& [key, value] : list().objectForKey("BackgroundImages").entries()) {
+  Complaints missing;
+  PictureCopies copies(file_.folder, device, directory, durability);
+  for (const auto& [key, value] : list().objectForKey(kImages).entries()) {
     const std::string_view written = value.string().value_or("");
     if (isDevicePath(written)) continue;
-    const auto tell = [&, &key = key](const std::string& reason) {
-      missing.push_back(name_ + ": BackgroundImages: " + std::string(key) + ": " +
-                        std::string(written) + ": " + reason);
-    };
     const auto path = pathInFolder(written);
-    if (!path) {
-      tell("leads out of the folder");
-      continue;
-    }
-    const auto copied = copyPicture(file_.folder, *path, device, directory, durability);
+    const auto copied = path ? copies.copy(*path) : leadsOut();
     if (!copied) return copied.failure();
-    if (*copied) tell(**copied);
+    if (*copied) missing.add(complaint(key, written, **copied));
   }
-  return missing;
+  return missing.take(name_ + ": " + kImages);
+}
+
+std::string ThemeSource::complaint(std::string_view key, std::string_view written,
+                                   const std::string& reason) const {
+  return name_ + ": " + kImages + ": " + inOneLine(key, kMaxToldName) + ": " +
+         inOneLine(written, kMaxToldName) + ": " + reason;
+}
+
+std::vector<std::string> ThemeSource::foreignPictures() const {
+  Complaints foreign;
+  for (const auto& [key, value] : list().objectForKey(kImages).entries()) {
+    const std::string_view written = value.string().value_or("");
+    if (!written.starts_with('/')) continue;
+    foreign.add(complaint(key, written, "a path of the device; not on the one that is drawn"));
+  }
+  return foreign.take(name_ + ": " + kImages);
 }
 
 Result<std::vector<std::string>> ThemeSource::putOn(const DeviceRoot& device) const {
   const std::string folder = std::string(device::kThemes) + name_ + "/";
   auto missing = copyPictures(device, folder, Durability::kNone);
   if (!missing) return missing;
+  std::ranges::move(foreignPictures(), std::back_inserter(*missing));
   const auto theme = fileOf(withDevicePaths(list(), folder));
   if (auto put = device.writeFile(device::kMergedTheme, theme); !put) return put.failure();
   return missing;

@@ -25,20 +25,27 @@ class ThemeSource {
   const std::string& name() const { return name_; }
 
   /// Copies the theme's pictures into a device's directory `directory` (with a slash at its end).
-  /// Those that the folder doesn't have, or that lie outside it, are left out, as they would be
-  /// missing on a device; the answer says which and why, a line each.
+  /// Those that the folder doesn't have, that lie outside it, or that are beyond limits.h are left
+  /// out, as they would be missing on a device; the answer says which and why, a line each.
   host::files::Result<std::vector<std::string>> copyPictures(
       const host::files::DeviceRoot& device, std::string_view directory,
       host::files::Durability durability) const;
 
   /// Makes it the one theme of a device that is there to be drawn: its pictures below
   /// /var/mobile/Library/Prismal/Themes/NAME/, and the merged theme file, in which every picture's
-  /// path is that of the device. Answers like copyPictures.
+  /// path is that of the device. Answers like copyPictures; a path that is one of the device
+  /// already is missing there, too.
   host::files::Result<std::vector<std::string>> putOn(const host::files::DeviceRoot& device) const;
 
  private:
   ThemeSource(DictionaryFile file, std::string name)
       : file_(std::move(file)), name_(std::move(name)) {}
+
+  /// A line on the picture under `key`, whose path is `written`.
+  std::string complaint(std::string_view key, std::string_view written,
+                        const std::string& reason) const;
+  /// A line for each picture whose path is one of a device.
+  std::vector<std::string> foreignPictures() const;
 
   DictionaryFile file_;
   std::string name_;
