@@ -1,13 +1,16 @@
 #include "host/files/darwin_notify.h"
 
 #include <algorithm>
+#include <compare>
 #include <cstdint>
 #include <cstring>
 #include <fcntl.h>
 #include <limits.h>
+#include <optional>
 #include <string>
 #include <sys/inotify.h>
 #include <sys/stat.h>
+#include <time.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -26,10 +29,34 @@ Result<Descriptor> notifyDirectory(const DeviceRoot& root) {
 }
 
 // Touches whatever bears the name, so that nothing planted in its place can hold a post up or lead
-// it elsewhere.
+// it elsewhere. With a time of its own: the kernel's moves on in steps of milliseconds.
 bool touch(int directory, const char* file) {
-  return ::utimensat(directory, file, nullptr, AT_SYMLINK_NOFOLLOW) == 0;
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+  const timespec times[] = {now, now};
+  return ::utimensat(directory, file, times, AT_SYMLINK_NOFOLLOW) == 0 ||
+         ::utimensat(directory, file, nullptr, AT_SYMLINK_NOFOLLOW) == 0;
 }
+
+// When a name was last posted, as its file says; zero for one that never was.
+struct PostTime {
+  std::int64_t seconds = 0;
+  std::int64_t nanoseconds = 0;
+
+  auto operator<=>(const PostTime&) const = default;
+
+  static PostTime of(const Descriptor& directory, const std::string& file) {
+    struct stat status {};
+    if (::fstatat(directory.get(), file.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return {};
+    return {status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
+  }
+  // The time that the kernel gives to what is touched now.
+  static PostTime now() {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return {now.tv_sec, now.tv_nsec};
+  }
+};
 
 bool create(int directory, const char* file) {
   const int flags = O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
@@ -57,6 +84,7 @@ struct NotificationWatcher::Observer {
   std::string file;
   std::uint64_t number;  // in order of registration
   std::function<void()> callback;
+  PostTime last_post = {};  // before the observation, where nothing was watched yet
 };
 
 // Shared with what it has queued on the run loop, which finds it gone when the watcher is.
@@ -66,11 +94,13 @@ class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
 
   Token observe(std::string_view name, std::function<void()> callback) {
     auto file = fileNameOfNotification(name);
-    if (!file || !start()) return nullptr;
-    collect();  // what has been posted until now is not for the new one
+    if (!file) return nullptr;
+    const auto last_post = lastPostIfWatchingCanWait(*file);
+    if (!last_post && !startNow()) return nullptr;
+    if (inotify_) collect();  // what has been posted until now is not for the new one
     std::erase_if(observers_, [](const auto& observer) { return observer.expired(); });
-    auto observer = std::make_shared<const Observer>(
-        Observer{std::move(*file), next_number_++, std::move(callback)});
+    auto observer = std::make_shared<const Observer>(Observer{
+        std::move(*file), next_number_++, std::move(callback), last_post.value_or(PostTime())});
     observers_.push_back(observer);
     return observer;
   }
@@ -87,6 +117,45 @@ class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
     std::string file;
     std::uint64_t before_number;
   };
+
+  // Nobody is told of anything until the run loop comes round, and that is soon enough to begin to
+  // watch: what is posted meanwhile shows in the times of the files. A process that ends before,
+  // as one that draws a picture, would wait milliseconds for the kernel to let go of a watch. None
+  // when the watch has begun, or has to begin now.
+  std::optional<PostTime> lastPostIfWatchingCanWait(const std::string& file) {
+    if (inotify_) return std::nullopt;
+    const auto directory = notifyDirectory(root_);
+    if (!directory) return std::nullopt;
+    const PostTime last = PostTime::of(*directory, file);
+    // Another post could get the very same time, or has one from a clock that was ahead.
+    if (last >= PostTime::now()) return std::nullopt;
+    if (!std::exchange(start_queued_, true)) {
+      run_loop_.post([weak = weak_from_this()] {
+        if (const auto watch = weak.lock(); watch && !watch->closed_) watch->startNow();
+      });
+    }
+    return last;
+  }
+
+  // Begins to watch, and finds what was posted before.
+  bool startNow() {
+    if (inotify_) return watched_ >= 0 || start();
+    if (!start()) return false;
+    const auto directory = notifyDirectory(root_);
+    if (!directory) return true;
+    std::vector<std::pair<PostTime, Due>> posted;
+    for (const auto& weak : observers_) {
+      const auto observer = weak.lock();
+      if (!observer) continue;
+      const PostTime last = PostTime::of(*directory, observer->file);
+      if (last != observer->last_post)
+        posted.push_back({last, {observer->file, observer->number + 1}});
+    }
+    std::ranges::stable_sort(posted, {}, [](const auto& post) { return post.first; });
+    for (auto& post : posted) noteDue(std::move(post.second));
+    queueDelivery();
+    return true;
+  }
 
   bool start() {
     if (!inotify_) {
@@ -139,6 +208,10 @@ class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
 
   void collect() {
     readEvents();
+    queueDelivery();
+  }
+
+  void queueDelivery() {
     if (due_.empty() || std::exchange(delivery_queued_, true)) return;
     run_loop_.post([weak = weak_from_this()] {
       if (const auto watch = weak.lock()) watch->deliver();
@@ -188,13 +261,15 @@ class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
           const auto observer = weak.lock();
           return observer && observer->file == file;
         });
-    if (!is_observed) return;
-    const auto due =
-        std::find_if(due_.begin(), due_.end(), [&](const Due& one) { return one.file == file; });
+    if (is_observed) noteDue({file, next_number_});
+  }
+
+  void noteDue(Due posted) {
+    const auto due = std::ranges::find(due_, posted.file, &Due::file);
     if (due == due_.end())
-      due_.push_back({file, next_number_});
+      due_.push_back(std::move(posted));
     else
-      due->before_number = next_number_;
+      due->before_number = posted.before_number;
   }
 
   void deliver() {
@@ -222,6 +297,7 @@ class NotificationWatcher::Watch : public std::enable_shared_from_this<Watch> {
   std::uint64_t next_number_ = 0;
   std::vector<Due> due_;  // in order of the first post
   bool delivery_queued_ = false;
+  bool start_queued_ = false;
   bool closed_ = false;
 };
 

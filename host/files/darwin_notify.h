@@ -18,8 +18,9 @@ bool postNotification(const DeviceRoot& root, std::string_view name);
 
 /// Observes notifications from a process's main run loop. Several posts of one name that come
 /// before the run loop comes round are delivered as one; a post from before the observation began
-/// is not delivered. Names come in the order in which they were first posted, the observers of a
-/// name in the order in which they registered. Both arguments of the constructor must outlive it.
+/// is not delivered. Names come in the order in which they were first posted (in that in which they
+/// were last posted, when the run loop has not come round before), the observers of a name in the
+/// order in which they registered. Both arguments of the constructor must outlive it.
 /// Run loop's thread only.
 class NotificationWatcher {
  public:
@@ -36,7 +37,8 @@ class NotificationWatcher {
 
   /// Calls `callback` on the run loop for every delivery of `name` from here on. It may observe and
   /// post, and let go of any token. Where the directory can't be used yet, it waits until it can.
-  /// Null when the name can't be a file name or nothing can be watched.
+  /// Null when the name can't be a file name, or when the run loop has come round before and
+  /// nothing can be watched.
   [[nodiscard]] Token observe(std::string_view name, std::function<void()> callback);
 
  private:

@@ -28,6 +28,11 @@ Knowledge& knowledge() {
   return known;
 }
 
+objc_class* gradientClass() {
+  static objc_class* const cls = runtime::defineClass("UIKBGradient");
+  return cls;
+}
+
 bool platformKnows(std::string_view name) {
   const auto& own = knowledge().ownNames;
   return own ? own->contains(name) : boards::systemGradient(name) != nullptr;
@@ -57,11 +62,10 @@ SEL gradientWithNameSelector() {
 }  // namespace
 
 GradientObject::GradientObject(Colors gradientColors)
-    : objc_object(runtime::defineClass("UIKBGradient")), colors(std::move(gradientColors)) {}
+    : objc_object(gradientClass()), colors(std::move(gradientColors)) {}
 
 void defineGradientClass() {
-  objc_class* const cls = runtime::defineClass("UIKBGradient");
-  runtime::addMethod(cls->isa,
+  runtime::addMethod(gradientClass()->isa,
                      "gradientWithName:", reinterpret_cast<platform::IMP>(&systemGradientWithName));
 }
 

@@ -49,8 +49,13 @@ constexpr std::string_view refusalOf(Kind kind, unsigned detail) {
 }  // namespace
 
 std::uint64_t bigEndian(std::string_view bytes) {
+  const auto byte = [&](std::size_t i) {
+    return std::uint64_t{static_cast<unsigned char>(bytes[i])};
+  };
+  // What the offsets and references of nearly all files are.
+  if (bytes.size() == 2) return byte(0) << 8U | byte(1);
   std::uint64_t number = 0;
-  for (const char byte : bytes) number = number << 8U | static_cast<unsigned char>(byte);
+  for (std::size_t i = 0; i < bytes.size(); ++i) number = number << 8U | byte(i);
   return number;
 }
 

@@ -58,7 +58,11 @@ struct OpenContainer {
 class BinaryReader {
  public:
   explicit BinaryReader(std::string_view bytes)
-      : file_(bytes), unspentBytes_(bytes.size()), places_(file_.objectCount()) {}
+      : file_(bytes), unspentBytes_(bytes.size()), places_(file_.objectCount()) {
+    // A file may say that it has any number of objects; most of those it says it has are read.
+    constexpr std::size_t kMost = std::size_t{1} << 16U;
+    read_.reserve(std::min(file_.objectCount(), kMost));
+  }
 
   PropertyList read() && {
     begin(file_.root());

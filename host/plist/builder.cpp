@@ -1,7 +1,9 @@
 #include "host/plist/builder.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
+#include <memory>
 #include <new>
 #include <utility>
 #include <vector>
@@ -13,8 +15,28 @@ using platform::PropertyListEntry;
 using platform::PropertyListNode;
 using platform::PropertyListView;
 
+/// Hands out memory piece by piece, much quicker than a general allocator: a list of a theme is a
+/// hundred thousand pieces.
 struct Builder::Arena {
+  void* allocate(std::size_t size, std::size_t alignment) {
+    void* place = free;
+    if (!std::align(alignment, size, place, left)) {
+      left = std::max(size + alignment, chunk);
+      chunk = std::min(2 * chunk, kLargestChunk);
+      place = memory.allocate(left, alignof(std::max_align_t));
+      std::align(alignment, size, place, left);
+    }
+    free = static_cast<std::byte*>(place) + size;
+    left -= size;
+    return place;
+  }
+
+  static constexpr std::size_t kLargestChunk = std::size_t{1} << 18U;
+
   std::pmr::monotonic_buffer_resource memory;
+  std::byte* free = nullptr;
+  std::size_t left = 0;
+  std::size_t chunk = 1024;
   std::vector<PropertyList> adopted;
 };
 
@@ -41,14 +63,14 @@ Entries sortKeepingLast(std::span<PropertyListEntry> entries) {
 Builder::Builder() : arena_(std::make_shared<Arena>()) {}
 
 PropertyListView Builder::make(Value value, Position position) {
-  void* place = arena_->memory.allocate(sizeof(PropertyListNode), alignof(PropertyListNode));
+  void* place = arena_->allocate(sizeof(PropertyListNode), alignof(PropertyListNode));
   return PropertyListView(new (place) PropertyListNode{value, position});
 }
 
 template <class T>
 std::span<T> Builder::copy(std::span<const T> values) {
   if (values.empty()) return {};
-  void* place = arena_->memory.allocate(values.size_bytes(), alignof(T));
+  void* place = arena_->allocate(values.size_bytes(), alignof(T));
   T* first = static_cast<T*>(place);
   std::uninitialized_copy(values.begin(), values.end(), first);
   return {first, values.size()};

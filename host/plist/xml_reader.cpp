@@ -8,79 +8,23 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
-#include "host/plist/base64.h"
-#include "host/plist/builder.h"
-#include "host/plist/date_text.h"
 #include "host/plist/key_positions.h"
 #include "host/plist/limits.h"
-#include "host/plist/number_text.h"
+#include "host/plist/plain_xml.h"
 #include "host/plist/reader.h"
 #include "host/plist/refusal.h"
 #include "host/plist/text_position.h"
 #include "host/plist/utf8.h"
-#include "host/plist/white_space.h"
+#include "host/plist/xml_values.h"
 
 namespace host::plist {
 
 using platform::PropertyList;
-using platform::PropertyListEntry;
-using platform::PropertyListView;
 
 namespace {
 
-enum class Element {
-  kKey,
-  kString,
-  kInteger,
-  kReal,
-  kTrue,
-  kFalse,
-  kDate,
-  kData,
-  kDict,
-  kArray,
-  kPlist
-};
-
-struct NamedElement {
-  std::string_view name;
-  Element element;
-};
-
-constexpr NamedElement kElements[] = {
-    {"key", Element::kKey},     {"string", Element::kString}, {"integer", Element::kInteger},
-    {"real", Element::kReal},   {"true", Element::kTrue},     {"false", Element::kFalse},
-    {"date", Element::kDate},   {"data", Element::kData},     {"dict", Element::kDict},
-    {"array", Element::kArray}, {"plist", Element::kPlist},
-};
-
 constexpr std::string_view kPredefinedEntities[] = {"lt", "gt", "amp", "quot", "apos"};
-
-std::string_view nameOf(Element element) {
-  return std::ranges::find(kElements, element, &NamedElement::element)->name;
-}
-
-/// A name that the file chose, for a reason: however long it is, the reason stays readable.
-std::string shortened(std::string_view name) {
-  constexpr std::size_t kLongest = 40;
-  if (name.size() <= kLongest) return std::string(name);
-  std::size_t end = kLongest;
-  while ((static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U) --end;
-  return std::string(name.substr(0, end)) + "...";
-}
-
-std::string tag(std::string_view name) {
-  return "<" + shortened(name) + ">";
-}
-std::string tag(Element element) {
-  return tag(nameOf(element));
-}
-
-std::string inWords(Position position) {
-  return "line " + std::to_string(position.line) + ", column " + std::to_string(position.column);
-}
 
 bool saysUtf8(std::string_view encoding) {
   return std::ranges::equal(encoding, std::string_view("utf-8"), [](char c, char expected) {
@@ -93,13 +37,11 @@ struct FreeParser {
 };
 using Parser = std::unique_ptr<XML_ParserStruct, FreeParser>;
 
-/// Reads one document. The parser calls it for every tag and every run of text; it keeps a stack of
-/// the containers that are open and at most one open element that holds text.
+/// Reads one document of any form. The parser calls it for every tag and every run of text.
 class XmlReader {
  public:
   /// `bytes` are UTF-8 without a byte-order mark. `keys` may be null.
-  XmlReader(std::string_view bytes, KeyPositions* keys)
-      : bytes_(bytes), positions_(bytes), keys_(keys) {}
+  XmlReader(std::string_view bytes, KeyPositions* keys) : bytes_(bytes), values_(bytes, keys) {}
 
   PropertyList read() && {
     // The encoding is given, not guessed: else a document could choose another.
@@ -114,23 +56,10 @@ class XmlReader {
       if (error == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
       refuseHere(XML_ErrorString(error));
     }
-    return builder_.finish(root_);
+    return std::move(values_).finish();
   }
 
  private:
-  struct Leaf {
-    Element element;
-    std::size_t offset;
-    Position position;
-  };
-
-  struct Container {
-    bool isDictionary;
-    Position position;
-    std::size_t first;  // of its values, on the stack that collects them
-    std::optional<std::string_view> key;
-  };
-
   void listen() {
     XML_Parser parser = parser_.get();
     XML_SetUserData(parser, this);
@@ -139,10 +68,13 @@ class XmlReader {
         [](void* self, const char* name, const char** attributes) {
           guarded(self, [&](XmlReader& reader) { reader.start(name, *attributes != nullptr); });
         },
-        [](void* self, const char*) { guarded(self, [](XmlReader& reader) { reader.end(); }); });
+        [](void* self, const char*) {
+          // The parser has seen to it that what ends is what was begun last.
+          guarded(self, [](XmlReader& reader) { reader.values_.end(reader.offset()); });
+        });
     XML_SetCharacterDataHandler(parser, [](void* self, const char* text, int length) {
       guarded(self, [&](XmlReader& reader) {
-        reader.text({text, static_cast<std::size_t>(length)});
+        reader.values_.text({text, static_cast<std::size_t>(length)}, reader.offset());
       });
     });
     XML_SetXmlDeclHandler(parser, [](void* self, const char*, const char* encoding, int) {
@@ -184,18 +116,10 @@ class XmlReader {
   }
 
   void start(std::string_view name, bool hasAttributes) {
-    const auto* known = std::ranges::find(kElements, name, &NamedElement::name);
-    if (known == std::end(kElements)) refuseHere("unknown element " + tag(name));
+    const auto element = xmlElement(name);
+    if (!element) refuseHere("unknown element " + tag(name));
     if (hasAttributes) checkEntitiesOfTag();
-    if (leaf_) refuseHere(tag(name) + " inside " + tag(leaf_->element));
-    switch (known->element) {
-      case Element::kPlist:
-        return startPlist();
-      case Element::kKey:
-        return startKey();
-      default:
-        return startValue(known->element);
-    }
+    values_.start(*element, offset());
   }
 
   /// Attributes mean nothing, but the parser does not say when it skips an entity in one.
@@ -211,149 +135,17 @@ class XmlReader {
     }
   }
 
-  void startPlist() {
-    if (insidePlist_ || !containers_.empty()) refuseHere("<plist> that is not outermost");
-    insidePlist_ = true;
-  }
-
-  void startKey() {
-    if (containers_.empty() || !containers_.back().isDictionary) {
-      refuseHere("<key> outside a dictionary");
-    }
-    if (containers_.back().key) refuseHere("<key> where the value of another belongs");
-    leaf_ = {Element::kKey, offset(), {}};
-  }
-
-  void startValue(Element element) {
-    if (containers_.empty() && root_) refuseHere("a second value at the root");
-    if (!containers_.empty() && containers_.back().isDictionary && !containers_.back().key) {
-      refuseHere(tag(element) + " without a key");
-    }
-    if (++values_ > kMaxValues) refuseHere("more than " + std::to_string(kMaxValues) + " values");
-    const Position position = positions_.at(offset());
-    if (element != Element::kDict && element != Element::kArray) {
-      leaf_ = {element, offset(), position};
-      return;
-    }
-    if (containers_.size() == kMaxDepth) {
-      refuseHere("containers nest deeper than " + std::to_string(kMaxDepth));
-    }
-    const bool isDictionary = element == Element::kDict;
-    containers_.push_back(
-        {isDictionary, position, isDictionary ? entries_.size() : items_.size(), {}});
-  }
-
-  void text(std::string_view run) {
-    if (leaf_ && leaf_->element != Element::kTrue && leaf_->element != Element::kFalse) {
-      text_ += run;
-      return;
-    }
-    const auto first = run.find_first_not_of(kWhiteSpace);
-    if (first != run.npos) refuseAt(offset() + first, "text where none belongs");
-  }
-
-  /// The parser has seen to it that what ends is what was begun last.
-  void end() {
-    if (leaf_) return endLeaf();
-    if (!containers_.empty()) return endContainer();
-    if (!root_) refuseHere("<plist> without a value");
-  }
-
-  void endLeaf() {
-    const Leaf leaf = *leaf_;
-    leaf_.reset();
-    if (leaf.element == Element::kKey) {
-      const std::string_view key = builder_.keep(text_);
-      containers_.back().key = key;
-      if (keys_) keys_->add(key, positions_.at(leaf.offset));
-    } else {
-      add(value(leaf));
-    }
-    text_.clear();
-  }
-
-  PropertyListView value(const Leaf& leaf) {
-    switch (leaf.element) {
-      case Element::kInteger:
-        return builder_.integer(parsed(leaf, parseInteger, "an integer of 64 bits"), leaf.position);
-      case Element::kReal:
-        return builder_.real(parsed(leaf, parseReal, "a finite number"), leaf.position);
-      case Element::kDate:
-        return builder_.date(parsed(leaf, parseDate, "a date like 2013-09-18T00:00:00Z"),
-                             leaf.position);
-      case Element::kData:
-        return builder_.data(parsed(leaf, decodeBase64, "base64"), leaf.position);
-      case Element::kTrue:
-      case Element::kFalse:
-        return builder_.boolean(leaf.element == Element::kTrue, leaf.position);
-      default:
-        return builder_.string(text_, leaf.position);
-    }
-  }
-
-  /// What `parse` makes of the text of `leaf`, which should be `what`.
-  template <class T>
-  T parsed(const Leaf& leaf, std::optional<T> (*parse)(std::string_view), std::string_view what) {
-    auto result = parse(text_);
-    if (!result) refuseAt(leaf.offset, tag(leaf.element) + " does not hold " + std::string(what));
-    return *std::move(result);
-  }
-
-  void endContainer() {
-    const Container container = containers_.back();
-    if (container.key) refuseHere("<key> without a value");
-    containers_.pop_back();
-    PropertyListView value;
-    if (container.isDictionary) {
-      const auto written = Entries(entries_).subspan(container.first);
-      value = builder_.dictionary(written, container.position);
-      if (keys_) keys_->addRepeated(written, value.entries());
-      entries_.resize(container.first);
-    } else {
-      value = builder_.array(Items(items_).subspan(container.first), container.position);
-      items_.resize(container.first);
-    }
-    add(value);
-  }
-
-  void add(PropertyListView value) {
-    if (containers_.empty()) {
-      root_ = value;
-    } else if (!containers_.back().isDictionary) {
-      items_.push_back(value);
-    } else {
-      entries_.push_back({*containers_.back().key, value});
-      containers_.back().key.reset();
-    }
-  }
-
   /// Where in the document the tag or text begins that the parser is at.
   std::size_t offset() const {
     return static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get()));
   }
 
-  [[noreturn]] void refuseHere(std::string_view why) { refuseAt(offset(), why); }
-
-  [[noreturn]] void refuseAt(std::size_t offset, std::string_view why) {
-    throw Refusal{inWords(positions_.at(std::min(offset, bytes_.size()))) + ": " +
-                  std::string(why)};
-  }
+  [[noreturn]] void refuseHere(std::string_view why) { values_.refuse(offset(), why); }
 
   std::string_view bytes_;
-  TextPosition positions_;
-  KeyPositions* keys_;
+  XmlValues values_;
   Parser parser_;
-  Builder builder_;
   std::exception_ptr failure_;
-  bool insidePlist_ = false;
-  PropertyListView root_;
-  std::size_t values_ = 0;
-  std::optional<Leaf> leaf_;
-  std::string text_;  // of the open leaf
-  std::vector<Container> containers_;
-  // What the open containers hold so far, the innermost's last.
-  std::vector<PropertyListView> items_;
-  std::vector<PropertyListEntry> entries_;
 };
 
 std::string_view withoutByteOrderMark(std::string_view bytes) {
@@ -367,6 +159,10 @@ Reading readDocument(std::string_view bytes, KeyPositions* keys) {
   bytes = withoutByteOrderMark(bytes);
   if (const auto invalid = findInvalidUtf8(bytes); invalid != bytes.npos) {
     return {{}, inWords(TextPosition(bytes).at(invalid)) + ": a byte that is no UTF-8"};
+  }
+  // Nobody waits for a document in which somebody looks for the places of keys.
+  if (keys == nullptr) {
+    if (PropertyList list = readPlainXml(bytes)) return {std::move(list), {}};
   }
   try {
     return {XmlReader(bytes, keys).read(), {}};

@@ -118,7 +118,7 @@ SEL sel_registerName(std::string_view name) {
 }
 
 Ivar class_getInstanceVariable(Class cls, std::string_view name) {
-  for (auto* c = dynamic_cast<const objc_class*>(cls.get()); c; c = c->superclass) {
+  for (auto* c = host::runtime::as<const objc_class>(cls); c; c = c->superclass) {
     for (const objc_ivar& variable : c->variables) {
       if (variable.name == name) return Ivar(&variable);
     }

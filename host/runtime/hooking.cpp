@@ -39,7 +39,7 @@ void registerHookableFunction(std::string_view name, platform::IMP symbol,
 }
 
 void platformImplementationRuns(std::string_view name) {
-  if (std::ranges::find(hookedNames(), name) != hookedNames().end()) {
+  if (recording() && std::ranges::find(hookedNames(), name) != hookedNames().end()) {
     record(Event::Kind::kPrevious, name);
   }
 }

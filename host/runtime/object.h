@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -63,6 +64,7 @@ T* as(platform::Object handle) {
   if (!object) return nullptr;
   // The exact type is by far the most frequent answer, and cheaper than a cast through a hierarchy.
   if (typeid(*object) == typeid(T)) return static_cast<T*>(object);
+  if constexpr (std::is_final_v<T>) return nullptr;
   return dynamic_cast<T*>(object);
 }
 

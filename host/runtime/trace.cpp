@@ -26,6 +26,10 @@ void startRecording() {
   recorder().on = true;
 }
 
+bool recording() {
+  return recorder().on;
+}
+
 std::vector<Event> takeEvents() {
   return std::exchange(recorder().events, {});
 }

@@ -18,6 +18,7 @@ void record(Event::Kind kind, std::string_view text);
 
 /// Turns recording on; it is off at first, and costs nothing then.
 void startRecording();
+bool recording();
 
 /// What has been recorded since the last call, in order.
 std::vector<Event> takeEvents();

@@ -10,10 +10,16 @@ namespace {
 
 bool colorCreationWorks = true;
 
+// A theme has thousands of colours: the class is not looked for by its name each time.
+objc_class* colorClass() {
+  static objc_class* const cls = runtime::defineClass("CGColor");
+  return cls;
+}
+
 }  // namespace
 
 ColorObject::ColorObject(const std::array<double, 4>& rgba)
-    : objc_object(runtime::defineClass("CGColor")), components(rgba) {}
+    : objc_object(colorClass()), components(rgba) {}
 
 void setColorCreation(bool works) {
   colorCreationWorks = works;

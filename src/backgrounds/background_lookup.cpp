@@ -35,9 +35,9 @@ enum class Miss { kForget, kRemember };
 /// The image under a key that several full keys share, decoded once for all of them.
 Retained<UIImage> sharedImage(std::string_view key, Miss miss) {
   ImageTable& images = imageRepository();
-  if (const auto found = images.find(key); found != images.end()) return found->second;
+  if (const auto* const found = images.find(key)) return *found;
   Retained<UIImage> image = loadBackgroundImage(key);
-  if (image || miss == Miss::kRemember) images.emplace(key, image);
+  if (image || miss == Miss::kRemember) images.insert(key, image);
   return image;
 }
 
@@ -49,11 +49,9 @@ UIImage PMGetKeyboardBackgroundImage(platform::UIKBTree keyplane, std::string_vi
   const auto number = static_cast<std::uint64_t>(index);
   const BackgroundKey fullKey = fullBackgroundKey(orientation, visualStyle, number, variant);
   ImageTable& answers = fullNameCache();
-  if (const auto known = answers.find(fullKey.view()); known != answers.end()) {
-    return known->second.get();
-  }
+  if (const auto* const known = answers.find(fullKey.view())) return known->get();
   auto image = _PMGetBackgroundImage(orientation, visualStyle, fullKey.view(), number, variant);
-  return answers.emplace(fullKey.view(), std::move(image)).first->second.get();
+  return answers.insert(fullKey.view(), std::move(image)).get();
 }
 
 Retained<UIImage> _PMGetBackgroundImage(std::string_view orientation, std::string_view visualStyle,

@@ -1,7 +1,6 @@
 #include "colors/color_cache.h"
 
 #include <array>
-#include <string>
 #include <utility>
 
 #include "colors/color_string.h"
@@ -38,7 +37,7 @@ void addDefinition(ColorCache& cache, PropertyListView element) {
     platform::NSLog("PM: CustomColor String ERROR: %@", {element});
     return;
   }
-  if (const auto name = items[0].string()) cache.try_emplace(std::string(*name), std::move(color));
+  if (const auto name = items[0].string()) cache.insert(*name, std::move(color));
 }
 
 }  // namespace
@@ -61,8 +60,8 @@ void PMRebuildColorCache(PropertyListView section) {
 CGColorRef PMGetNamedColor(std::string_view name) {
   const auto& cache = PMGetColorCache();
   if (!cache || cache->empty()) return {};
-  const auto found = cache->find(name);
-  return found == cache->end() ? CGColorRef() : found->second.get();
+  const auto* const found = cache->find(name);
+  return found ? found->get() : CGColorRef();
 }
 
 }  // namespace prismal

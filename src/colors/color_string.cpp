@@ -36,6 +36,7 @@ class Units {
  public:
   /// Appends one letter; false when there are then more units than a colour string has.
   bool appendLetter(char32_t letter) {
+    if (letter < kExpansions[0].letter) return append(letter);
     const auto* const found = std::ranges::find(kExpansions, letter, &Expansion::letter);
     if (found != std::end(kExpansions)) {
       return std::ranges::all_of(found->upperCase, [this](char16_t unit) { return append(unit); });

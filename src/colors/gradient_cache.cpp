@@ -1,7 +1,6 @@
 #include "colors/gradient_cache.h"
 
 #include <span>
-#include <string>
 
 #include "hooks/class_references.h"
 #include "platform/foundation.h"
@@ -44,7 +43,7 @@ void addDefinition(LinearGradientCache& cache, PropertyListView element) {
     return;
   }
   if (const UIKBGradient gradient = createGradient(items.subspan(1))) {
-    cache.insert_or_assign(std::string(*name), Retained(gradient));
+    cache.assign(*name, Retained(gradient));
   }
 }
 
@@ -70,8 +69,8 @@ void PMRebuildLinearGradientCache(PropertyListView section) {
 UIKBGradient PMGetNamedGradient(std::string_view name) {
   const auto& cache = PMGetLinearGradientCache();
   if (!cache) return {};
-  const auto found = cache->find(name);
-  return found == cache->end() ? UIKBGradient() : found->second.get();
+  const auto* const found = cache->find(name);
+  return found ? found->get() : UIKBGradient();
 }
 
 }  // namespace prismal

@@ -1,34 +1,49 @@
 #include "styles/condition.h"
 
-#include <concepts>
-#include <optional>
+#include <cstring>
 
+#include "styles/separators.h"
 #include "support/leading_integer.h"
 
 namespace prismal {
 
 namespace {
 
-/// The value list of `term` when it begins with `prefix`, else none.
-constexpr std::optional<std::string_view> valuesAfter(std::string_view prefix,
-                                                      std::string_view term) {
-  if (!term.starts_with(prefix)) return std::nullopt;
-  return term.substr(prefix.size());
-}
+/// What a term tests, and how long its name is with the sign behind it.
+struct Test {
+  ConditionSubject subject = ConditionSubject::kNothing;
+  std::size_t size = 0;
+};
 
-/// Whether `fits` accepts one of the comma-separated values, taken in order; empty values count.
-template <std::predicate<std::string_view> Fits>
-constexpr bool anyValue(std::string_view values, Fits fits) {
-  for (;;) {
-    const auto comma = values.find(',');
-    if (fits(values.substr(0, comma))) return true;
-    if (comma == std::string_view::npos) return false;
-    values.remove_prefix(comma + 1);
+/// `rest` begins with the term. No name has a separator in it.
+[[gnu::always_inline]] inline Test testAt(std::string_view rest) {
+  const auto begins = [&](std::string_view name) {
+    return rest.size() >= name.size() && std::memcmp(rest.data(), name.data(), name.size()) == 0;
+  };
+  switch (rest.empty() ? '\0' : rest.front()) {
+    case 'D':
+      if (begins("DisplayType=")) return {ConditionSubject::kDisplayType, 12};
+      if (begins("DisplayTypeHint=")) return {ConditionSubject::kDisplayTypeHint, 16};
+      return {};
+    case 'C':
+      return begins("ControlState=") ? Test{ConditionSubject::kControlState, 13} : Test();
+    case 'R':
+      return begins("Row=") ? Test{ConditionSubject::kRow, 4} : Test();
+    case 'K':
+      return begins("KeyName=") ? Test{ConditionSubject::kKeyName, 8} : Test();
+    default:
+      return {};
   }
 }
 
+/// Whether two names are equal. Those that differ mostly do so at their ends, as those of letters.
+[[gnu::always_inline]] inline bool equal(std::string_view value, std::string_view text) {
+  return value.size() == text.size() &&
+         (value.empty() || (value.back() == text.back() && value == text));
+}
+
 /// Whether `value` is `text` once its hyphens are left out. Hyphens of `text` stand.
-constexpr bool equalWithoutHyphens(std::string_view value, std::string_view text) {
+bool equalWithoutHyphens(std::string_view value, std::string_view text) {
   for (const char c : value) {
     if (c == '-') continue;
     if (text.empty() || text.front() != c) return false;
@@ -37,48 +52,99 @@ constexpr bool equalWithoutHyphens(std::string_view value, std::string_view text
   return text.empty();
 }
 
-/// Whether a term holds; `subject` becomes what it tests.
-bool termHolds(std::string_view term, const KeyIdentity& key, int controlState,
-               ConditionSubject& subject) {
-  // The hint first, as the keyboard's own order has it; no prefix is the start of another one.
-  if (const auto values = valuesAfter("DisplayTypeHint=", term)) {
-    subject = ConditionSubject::kDisplayTypeHint;
-    return anyValue(*values, [&](auto value) { return value == key.displayTypeHint(); });
+/// Goes through a condition's text, by its separators.
+template <class Separators>
+class Walk {
+ public:
+  explicit Walk(std::string_view condition) : text_(condition), separators_(condition) {}
+
+  /// Where the first term that does not hold starts; npos when the condition holds.
+  std::size_t failingTerm(const KeyIdentity& key, int controlState) {
+    do {
+      const std::size_t term = place_;
+      if (isAtWildcard()) break;
+      if (!takeTerm(key, controlState)) return term;
+    } while (behind_ == ';');
+    return std::string_view::npos;
   }
-  if (const auto values = valuesAfter("DisplayType=", term)) {
-    subject = ConditionSubject::kDisplayType;
-    return anyValue(*values,
-                    [&](auto value) { return equalWithoutHyphens(value, key.displayType()); });
+
+ private:
+  std::string_view rest() const { return {text_.data() + place_, text_.size() - place_}; }
+
+  /// Whether the term here is "*", after which nothing is looked at.
+  bool isAtWildcard() const {
+    return rest().starts_with('*') && (rest().size() == 1 || rest()[1] == ';');
   }
-  if (const auto values = valuesAfter("ControlState=", term)) {
-    subject = ConditionSubject::kControlState;
-    return anyValue(*values, [&](auto value) { return leadingInteger(value) == controlState; });
+
+  /// Goes past the values of a term until one fits, and past the rest of them then; whether one
+  /// does. Empty values count.
+  template <class Fits>
+  bool takeValues(Fits fits) {
+    do {
+      const bool found = fits(takeValue());
+      while (found && behind_ == ',') takeValue();
+      if (found) return true;
+    } while (behind_ == ',');
+    return false;
   }
-  if (const auto values = valuesAfter("Row=", term)) {
-    subject = ConditionSubject::kRow;
-    return anyValue(*values, [&](auto value) { return value == key.row(); });
+
+  std::string_view takeValue() {
+    const std::size_t end = separators_.next();
+    const std::string_view value(text_.data() + place_, end - place_);
+    behind_ = end < text_.size() ? text_[end] : '\0';
+    place_ = end + 1;
+    return value;
   }
-  if (const auto values = valuesAfter("KeyName=", term)) {
-    subject = ConditionSubject::kKeyName;
-    return anyValue(*values, [&](auto value) { return key.name() == value; });
+
+  bool takeTerm(const KeyIdentity& key, int controlState) {
+    const auto [subject, size] = testAt(rest());
+    place_ += size;
+    switch (subject) {
+      case ConditionSubject::kDisplayType:
+        return takeValues([text = key.displayType()](std::string_view value) {
+          return equalWithoutHyphens(value, text);
+        });
+      case ConditionSubject::kControlState:
+        return takeValues(
+            [=](std::string_view value) { return leadingInteger(value) == controlState; });
+      case ConditionSubject::kDisplayTypeHint:
+        return takeText(key.displayTypeHint());
+      case ConditionSubject::kRow:
+        return takeText(key.row());
+      case ConditionSubject::kKeyName:
+        return key.name() && takeText(*key.name());
+      case ConditionSubject::kNothing:
+        break;
+    }
+    return false;
   }
-  subject = ConditionSubject::kNothing;
-  return false;
-}
+
+  bool takeText(std::string_view text) {
+    return takeValues([=](std::string_view value) { return equal(value, text); });
+  }
+
+  std::string_view text_;
+  Separators separators_;
+  std::size_t place_ = 0;
+  char behind_ = '\0';  // the separator behind the value that was taken last; null at the end
+};
 
 }  // namespace
 
+std::size_t PMStyleConditionFailingTerm(std::string_view condition, const KeyIdentity& key,
+                                        int controlState) {
+  if (condition.size() < kSeparatorWindow) {
+    return Walk<ShortTextSeparators>(condition).failingTerm(key, controlState);
+  }
+  return Walk<LongTextSeparators>(condition).failingTerm(key, controlState);
+}
+
 std::optional<FailedTerm> PMStyleConditionFailure(std::string_view condition,
                                                   const KeyIdentity& key, int controlState) {
-  for (;;) {
-    const auto semicolon = condition.find(';');
-    const auto term = condition.substr(0, semicolon);
-    if (term == "*") return std::nullopt;
-    ConditionSubject subject = ConditionSubject::kNothing;
-    if (!termHolds(term, key, controlState, subject)) return FailedTerm{term, subject};
-    if (semicolon == std::string_view::npos) return std::nullopt;
-    condition.remove_prefix(semicolon + 1);
-  }
+  const std::size_t place = PMStyleConditionFailingTerm(condition, key, controlState);
+  if (place == std::string_view::npos) return std::nullopt;
+  const std::string_view rest = condition.substr(place);
+  return FailedTerm{rest.substr(0, rest.find(';')), testAt(rest).subject};
 }
 
 }  // namespace prismal

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -31,9 +32,13 @@ struct FailedTerm {
 std::optional<FailedTerm> PMStyleConditionFailure(std::string_view condition,
                                                   const KeyIdentity& key, int controlState);
 
+/// Where in `condition` that term begins; npos when the condition holds.
+std::size_t PMStyleConditionFailingTerm(std::string_view condition, const KeyIdentity& key,
+                                        int controlState);
+
 inline bool PMStyleConditionMatches(std::string_view condition, const KeyIdentity& key,
                                     int controlState) {
-  return !PMStyleConditionFailure(condition, key, controlState);
+  return PMStyleConditionFailingTerm(condition, key, controlState) == std::string_view::npos;
 }
 
 }  // namespace prismal

@@ -1,5 +1,7 @@
 #include "styles/style_matching.h"
 
+#include <cstddef>
+
 #include "platform/foundation.h"
 
 namespace prismal {
@@ -7,23 +9,56 @@ namespace prismal {
 using platform::NSLog;
 using platform::PropertyListView;
 
-RuleVerdict PMJudgeRule(PropertyListView rule, const KeyIdentity& key, int controlState) {
-  if (!rule.isArray()) {
-    return {.message = "PM: Style must be the pair of condition and dictionary - Not Array"};
-  }
+namespace {
+
+/// The condition of a rule; none when the rule is malformed.
+std::optional<std::string_view> conditionOf(PropertyListView rule) {
   const auto pair = rule.items();
-  if (pair.size() != 2) {
-    return {.message = "PM: Style must be the pair of condition and dictionary - Not count 2"};
-  }
-  const auto condition = pair[0].string();
-  if (!condition) return {.message = "PM: Style condition must be string."};
-  // The value is looked at last: what is wrong with a rule that doesn't hold is not told.
-  if (const auto failure = PMStyleConditionFailure(*condition, key, controlState)) {
-    return {.failure = failure};
-  }
-  if (!pair[1].isDictionary()) return {.message = "PM: Style value must be dictionary."};
-  return {.style = pair[1]};
+  return pair.size() == 2 ? pair[0].string() : std::nullopt;
 }
+
+/// What is wrong with a rule that has no condition.
+std::string_view complaintAbout(PropertyListView rule) {
+  if (!rule.isArray()) return "PM: Style must be the pair of condition and dictionary - Not Array";
+  if (rule.items().size() != 2) {
+    return "PM: Style must be the pair of condition and dictionary - Not count 2";
+  }
+  return "PM: Style condition must be string.";
+}
+
+/// The verdict on a rule whose condition holds. Its value is looked at no sooner: what is wrong
+/// with a rule that doesn't hold is not told.
+RuleVerdict verdictOn(PropertyListView rule) {
+  const PropertyListView value = rule.items()[1];
+  if (value.isDictionary()) return {.style = value};
+  return {.message = "PM: Style value must be dictionary."};
+}
+
+}  // namespace
+
+RuleVerdict PMJudgeRule(PropertyListView rule, const KeyIdentity& key, int controlState) {
+  const auto condition = conditionOf(rule);
+  if (!condition) return {.message = complaintAbout(rule)};
+  const auto failure = PMStyleConditionFailure(*condition, key, controlState);
+  return failure ? RuleVerdict{.failure = failure} : verdictOn(rule);
+}
+
+namespace {
+
+void addIfItHolds(std::vector<PropertyListView>& styles, PropertyListView rule,
+                  const KeyIdentity& key, int controlState) {
+  const auto condition = conditionOf(rule);
+  if (!condition) return NSLog(complaintAbout(rule));
+  if (!PMStyleConditionMatches(*condition, key, controlState)) return;
+  const RuleVerdict verdict = verdictOn(rule);
+  if (!verdict.style) return NSLog(verdict.message);
+  // Few rules of a list hold for one key: mostly this is the only memory that is asked for.
+  constexpr std::size_t kFew = 8;
+  if (styles.empty()) styles.reserve(kFew);
+  styles.push_back(verdict.style);
+}
+
+}  // namespace
 
 std::vector<PropertyListView> PMGetMatchingStyles(PropertyListView rules, const KeyIdentity& key,
                                                   int controlState) {
@@ -33,9 +68,7 @@ std::vector<PropertyListView> PMGetMatchingStyles(PropertyListView rules, const 
     return styles;
   }
   for (const PropertyListView rule : rules.items()) {
-    const RuleVerdict verdict = PMJudgeRule(rule, key, controlState);
-    if (verdict.style) styles.push_back(verdict.style);
-    if (!verdict.message.empty()) NSLog(verdict.message);
+    addIfItHolds(styles, rule, key, controlState);
   }
   return styles;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -13,7 +14,9 @@ template <std::size_t kCapacity>
 class FixedText {
  public:
   FixedText& operator<<(std::string_view text) {
-    for (const char c : text.substr(0, kCapacity - size_)) characters_[size_++] = c;
+    const std::size_t length = std::min(text.size(), kCapacity - size_);
+    std::copy_n(text.data(), length, characters_.data() + size_);
+    size_ += length;
     return *this;
   }
   /// Appends a number in decimal.

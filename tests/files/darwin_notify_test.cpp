@@ -81,6 +81,28 @@ TEST_F(DarwinNotify, APostCountsFromTheMomentOfObserving) {
   EXPECT_EQ(heardNow(), "123");
 }
 
+bool watchesAnything() {
+  return std::ranges::any_of(fs::directory_iterator("/proc/self/fd"), [](const auto& entry) {
+    std::error_code gone;
+    return fs::read_symlink(entry, gone) == "anon_inode:inotify";
+  });
+}
+
+TEST_F(DarwinNotify, NothingIsWatchedBeforeTheRunLoopComesRound) {
+  post("name");
+  ::usleep(20'000);  // the kernel's clock moves on
+  const auto first = watcher_.observe("name", note("1"));
+  const auto other = watcher_.observe("other", note("o"));
+  EXPECT_FALSE(watchesAnything());
+  post("other");
+  post("name");
+  const auto second = watcher_.observe("name", note("2"));
+  EXPECT_EQ(heardNow(), "o1") << "not what was posted before each observation";
+  EXPECT_TRUE(watchesAnything());
+  post("name");
+  EXPECT_EQ(heardNow(), "12");
+}
+
 TEST_F(DarwinNotify, ACallbackMayObservePostAndLetGo) {
   std::vector<NotificationWatcher::Token> tokens(3);
   tokens[0] = watcher_.observe("name", [&] {
@@ -156,6 +178,7 @@ TEST_F(DarwinNotify, SurvivesItsDirectoryBeingMovedAway) {
 TEST_F(DarwinNotify, AnOverflowCountsAsAPostOfEveryName) {
   const auto token = watcher_.observe("name", note("x"));
   const auto other = watcher_.observe("other", note("y"));
+  EXPECT_EQ(heardNow(), "");  // watches from now on
   int limit = std::stoi(SampleDevice::read("/proc/sys/fs/inotify/max_queued_events"));
   if (limit > 100'000) GTEST_SKIP() << "the queue is too long to fill";
   // Alternating, because the kernel drops an event that repeats the last.

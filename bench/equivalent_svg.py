@@ -1,20 +1,9 @@
-#!/usr/bin/env python3
-"""Times `prismal render` against rsvg-convert drawing an equivalent SVG: scripts/compare-render
+"""One keyboard twice: as a theme, and as an SVG that draws the same. With a photograph behind it."""
 
-Both draw the same keyboard at 640 by 432 pixels, as whole processes and in turns: once with a
-photograph of 1242 by 864 pixels behind the keys, once without. Fails when a program fails or when
-the two pictures differ in size. Needs librsvg2-bin, and libjpeg-turbo-progs for a JPEG photograph.
-"""
-
-import argparse
 import os
-import pathlib
-import shutil
 import struct
 import subprocess
 import sys
-import tempfile
-import time
 import zlib
 
 WIDTH, HEIGHT, SCALE = 320, 216, 2
@@ -166,7 +155,7 @@ def write_photograph(path):
         (write_jpeg if path.suffix == ".jpeg" else write_png)(path)
         os._exit(0)
     if os.waitpid(process, 0)[1] != 0:
-        sys.exit("compare-render: no photograph could be made")
+        sys.exit("no photograph could be made")
 
 
 def write_jpeg(path):
@@ -189,75 +178,3 @@ def write_png(path):
     header = struct.pack(">IIBBBBB", PHOTO_WIDTH, PHOTO_HEIGHT, 8, 2, 0, 0, 0)
     path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", rows) +
                      chunk(b"IEND", b""))
-
-
-# --- The measurement --------------------------------------------------------------------------
-
-
-def run(command):
-    """Milliseconds of wall clock, and peak memory in MiB: at least what this process has, 10."""
-    start = time.perf_counter()
-    process = os.posix_spawnp(command[0], command, os.environ)
-    _, status, usage = os.wait4(process, 0)
-    took = (time.perf_counter() - start) * 1000
-    if status != 0:
-        sys.exit(f"compare-render: failed: {' '.join(command)}")
-    return took, usage.ru_maxrss / 1024
-
-
-def median(numbers):
-    numbers = sorted(numbers)
-    return (numbers[len(numbers) // 2] + numbers[(len(numbers) - 1) // 2]) / 2
-
-
-def png_size(path):
-    return struct.unpack(">II", path.read_bytes()[16:24])
-
-
-def compare(name, runs, commands, pictures):
-    for command in commands:  # files and libraries into memory
-        run(command)
-    sizes = [png_size(picture) for picture in pictures]
-    if sizes != [(WIDTH * SCALE, HEIGHT * SCALE)] * 2:
-        sys.exit(f"compare-render: {name}: sizes differ: {sizes}")
-    results = [[run(command) for command in commands] for _ in range(runs)]
-    ours, theirs = ([result[i][0] for result in results] for i in (0, 1))
-    medians = median(ours), median(theirs)
-    print(f"{name:11} {medians[0]:8.2f} {min(ours):8.2f} {medians[1]:10.2f} {min(theirs):8.2f} "
-          f"{medians[0] / medians[1]:7.3f} {min(ours) / min(theirs):7.3f} "
-          f"{max(result[0][1] for result in results):7.1f}")
-
-
-def main():
-    here = pathlib.Path(__file__).resolve().parent.parent
-    parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
-    parser.add_argument("-n", "--runs", type=int, default=100)
-    parser.add_argument("--photo", choices=["jpeg", "png"], default="jpeg")
-    parser.add_argument("--program", default=here / "build/release/bin/prismal")
-    parser.add_argument("--keep", metavar="DIR", help="leave theme, SVG and pictures there")
-    options = parser.parse_args()
-    for tool in ["rsvg-convert"] + ["cjpeg"] * (options.photo == "jpeg"):
-        if not shutil.which(tool):
-            sys.exit(f"compare-render: no {tool} here; the packages are librsvg2-bin and "
-                     "libjpeg-turbo-progs")
-
-    with tempfile.TemporaryDirectory() as temporary:
-        folder = pathlib.Path(options.keep or temporary)
-        folder.mkdir(exist_ok=True)
-        photo = folder / f"photo.{options.photo}"
-        write_photograph(photo)
-        print("             prismal            rsvg-convert           ratio          prismal")
-        print("              median      min     median      min  median     min peak MiB")
-        for name, image in (("photograph", photo.name), ("plain", None)):
-            folder.joinpath(f"{name}.plist").write_text(theme(image))
-            folder.joinpath(f"{name}.svg").write_text(svg(image))
-            pictures = folder / f"{name}-prismal.png", folder / f"{name}-rsvg.png"
-            commands = (
-                [str(options.program), "render", "--quiet", str(folder / f"{name}.plist"),
-                 "-o", str(pictures[0])],
-                ["rsvg-convert", str(folder / f"{name}.svg"), "-o", str(pictures[1])])
-            compare(name, options.runs, commands, pictures)
-
-
-if __name__ == "__main__":
-    main()

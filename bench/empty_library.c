@@ -1,0 +1,2 @@
+/* As little as a library can be. */
+int nothing_is_here;

@@ -1,0 +1,58 @@
+// The whole request for a key's traits against what it can't do without: the platform's own
+// request, and the matching.
+
+#include "contest.h"
+#include "device.h"
+#include "hooks/previous_implementations.h"
+#include "host/keyboard/keyboard.h"
+#include "rows.h"
+#include "rule_terms.h"
+#include "styles/key_identity.h"
+#include "styles/style_matching.h"
+#include "styles/style_table.h"
+
+namespace bench {
+
+namespace {
+
+void askTraits(benchmark::State& state) {
+  const auto factory = host::keyboard::keyboard().factory.get();
+  for (auto _ : state) {
+    const platform::NSAutoreleasePool pool;
+    benchmark::DoNotOptimize(host::keyboard::askTraits(factory, sampleKey(), sampleKeyplane()));
+  }
+}
+
+void askPlatform(benchmark::State& state) {
+  const auto factory = host::keyboard::keyboard().factory.get();
+  const auto selector = platform::sel_registerName("traitsForKey:onKeyplane:");
+  for (auto _ : state) {
+    const platform::NSAutoreleasePool pool;
+    benchmark::DoNotOptimize(
+        prismal::previous.traitsForKey(factory, selector, sampleKey(), sampleKeyplane()));
+  }
+}
+
+void matchRules(benchmark::State& state) {
+  const auto rules = prismal::PMGetStyles("iPhone-Standard");
+  const prismal::KeyIdentity key(sampleKey());
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(prismal::PMGetMatchingStyles(rules, key, kSampleControlState));
+  }
+}
+
+}  // namespace
+
+void addTraitsContest() {
+  const std::string what = "traits of a key, 100 rules, 5 hold";
+  const std::size_t contest = addContest({what, "matching and the platform's own request", 1.3});
+  const auto add = [&](const char* name, bool isFloor, void (*run)(benchmark::State&)) {
+    count(contest, isFloor, what + "/" + name);
+    addBenchmark(what + "/" + name, run);
+  };
+  add("prismal", false, askTraits);
+  add("floor: platform", true, askPlatform);
+  add("floor: matching", true, matchRules);
+}
+
+}  // namespace bench
