@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 #include <string>
+#include <ctime>
 #include <syslog.h>
 #include <utility>
 
@@ -51,6 +52,11 @@ std::string formatLine(std::string_view format,
 
 void setLogEcho(std::function<void(std::string_view)> echo) {
   logEcho() = std::move(echo);
+}
+
+void openLog() {
+  openlog(nullptr, LOG_NDELAY, LOG_USER);
+  tzset();  // lines bear the local time, which stands in a file
 }
 
 }  // namespace host::system

@@ -16,6 +16,8 @@
 namespace tools::check {
 
 namespace fs = std::filesystem;
+using host::files::DeviceRoot;
+using host::files::Failure;
 using platform::PropertyListEntry;
 using platform::PropertyListView;
 
@@ -32,9 +34,24 @@ struct File {
 };
 using Files = std::map<std::string, File>;
 
-File readPicture(const host::files::DeviceRoot& folder, const std::string& path) {
+std::string placeOf(std::string_view path) {
+  return std::string(kDirectory).append(path);
+}
+
+std::optional<Failure> copy(const DeviceRoot& folder, const std::string& path,
+                            const DeviceRoot& device) {
   const auto bytes = folder.readFile(path, kMaxBytes);
-  if (!bytes) return {bytes.failure().error != ENOENT, bytes.reason(), {}};
+  if (!bytes) return bytes.failure();
+  const auto written = device.writeFile(placeOf(path), *bytes);
+  if (!written) return written.failure();
+  return std::nullopt;
+}
+
+File readPicture(const Copies::value_type& copied, const DeviceRoot& device) {
+  const auto& [path, failure] = copied;
+  if (failure) return {failure->error != ENOENT, failure->reason, {}};
+  const auto bytes = device.readFile(placeOf(path), kMaxBytes);
+  if (!bytes) return {true, bytes.reason(), {}};
   const auto decoded = host::images::decode(*bytes);
   if (!decoded) return {true, decoded.reason, {}};
   return {true, "", {decoded.bitmap->width, decoded.bitmap->height}};
@@ -60,21 +77,15 @@ bool climbsOut(std::string_view path) {
   return false;
 }
 
-/// Every file that `section` names, and its sibling, read on all processors.
-Files readAll(const Theme& theme, PropertyListView section) {
+/// Every copy, read on all processors.
+Files readAll(const Copies& copies, const DeviceRoot& device) {
   Files files;
-  for (const PropertyListEntry& entry : section.entries()) {
-    const std::string_view path = entry.value.string().value_or("");
-    if (theme::isDevicePath(path) || leadsOut(path)) continue;
-    files.try_emplace(normal(path));
-    files.try_emplace(prismal::doubleResolutionPath(normal(path)));
-  }
-  std::vector<Files::value_type*> order;
-  for (auto& file : files) order.push_back(&file);
+  std::vector<std::pair<const Copies::value_type*, File*>> order;
+  for (const auto& copied : copies) order.emplace_back(&copied, &files[copied.first]);
   render::inParallel(
       order.size(),
       [&](std::size_t i, host::drawing::Fonts&) {
-        order[i]->second = readPicture(theme.source.folder(), order[i]->first);
+        *order[i].second = readPicture(*order[i].first, device);
       },
       [](std::size_t) {});
   return files;
@@ -173,23 +184,31 @@ Picture checkEntry(Theme& theme, const PropertyListEntry& entry, const Files& fi
 
 }  // namespace
 
-std::vector<Picture> checkPictures(Theme& theme, const Boards& boards,
-                                   const host::files::DeviceRoot& device) {
+Copies copyPictures(const Source& source, const DeviceRoot& device) {
+  Copies copies;
+  for (const PropertyListEntry& entry : source.list().objectForKey(kImages).entries()) {
+    const std::string_view written = entry.value.string().value_or("");
+    if (theme::isDevicePath(written) || leadsOut(written)) continue;
+    const std::string path = normal(written);
+    for (const std::string& name : {path, prismal::doubleResolutionPath(path)}) {
+      const auto [copied, isNew] = copies.try_emplace(name);
+      if (isNew) copied->second = copy(source.folder(), name, device);
+    }
+  }
+  return copies;
+}
+
+std::vector<Picture> checkPictures(Theme& theme, const Boards& boards, const Copies& copies,
+                                   const DeviceRoot& device) {
   const PropertyListView section = theme.section(kImages);
-  const Files files = readAll(theme, section);
+  const Files files = readAll(copies, device);
   std::vector<Picture> pictures;
   for (const PropertyListEntry& entry : section.entries()) {
     const bool isAskedFor = boards.imageKeys().contains(entry.key);
     if (!isAskedFor) tellUnknownKey(theme, entry, boards);
     Picture picture = checkEntry(theme, entry, files, isAskedFor);
     if (!isAskedFor) continue;
-    if (!picture.sizes.empty()) {
-      const std::string path = normal(picture.path);
-      // What can't be copied is missing on the device, and what is drawn there is without it.
-      static_cast<void>(theme::copyPicture(theme.source.folder(), path, device, kDirectory,
-                                           host::files::Durability::kNone));
-      picture.device_path = std::string(kDirectory) + path;
-    }
+    if (!picture.sizes.empty()) picture.device_path = placeOf(normal(picture.path));
     pictures.push_back(std::move(picture));
   }
   return pictures;
