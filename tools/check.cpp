@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <deque>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,11 +16,12 @@
 #include "check/output.h"
 #include "check/report.h"
 #include "check/words.h"
-#include "child_process.h"
 #include "choice_option.h"
 #include "exit_status.h"
+#include "keyboard/keyboard_child.h"
 #include "library_path.h"
 #include "output_file.h"
+#include "sandbox/sandbox.h"
 #include "text_table.h"
 
 namespace tools {
@@ -30,6 +30,7 @@ using check::Format;
 using check::Report;
 using check::Rule;
 using check::Severity;
+using keyboard::KeyboardChild;
 
 namespace {
 
@@ -61,7 +62,8 @@ struct CheckOptions {
   ColorUse color = ColorUse::when_terminal;
   bool quiet = false;
   bool list = false;
-  std::filesystem::path library;
+  bool sandbox = true;
+  keyboard::Dress dress;  ///< its theme is that which is being checked
 };
 
 int refuse(const std::string& reason) {
@@ -71,24 +73,25 @@ int refuse(const std::string& reason) {
 
 /// The findings of one theme, from a process of its own: it has one keyboard, and what a theme does
 /// to it is over with it.
-Report collect(const std::string& theme, host::files::Result<ChildProcess>& process) {
+Report collect(const std::string& theme, host::files::Result<KeyboardChild>& process) {
   if (!process) return {theme, {}, process.reason()};
   const auto bytes = process->bytes();
   if (bytes) return check::unpacked(*bytes);
-  const bool died = bytes.failure().error == ECHILD;
-  return {theme, {}, died ? "the process that checks it died" : bytes.reason()};
+  return {theme, {}, bytes.reason()};
 }
 
 /// As many at once as there are processors.
-std::vector<Report> checkAll(const CheckOptions& options) {
+std::vector<Report> checkAll(CheckOptions& options) {
+  const auto check = [](const keyboard::Dress& dress) -> host::files::Result<std::string> {
+    return check::packed(check::checkTheme(dress));
+  };
   const std::size_t most = std::max(1U, std::thread::hardware_concurrency());
-  std::deque<host::files::Result<ChildProcess>> running;
+  std::deque<host::files::Result<KeyboardChild>> running;
   std::vector<Report> reports;
   for (std::size_t next = 0; reports.size() < options.themes.size();) {
     for (; next < options.themes.size() && running.size() < most; ++next) {
-      running.push_back(ChildProcess::start([&]() -> host::files::Result<std::string> {
-        return check::packed(check::checkTheme(options.themes[next], options.library));
-      }));
+      options.dress.theme = options.themes[next];
+      running.push_back(KeyboardChild::start(options.dress, check));
     }
     reports.push_back(collect(options.themes[reports.size()], running.front()));
     running.pop_front();
@@ -176,12 +179,13 @@ int listRules() {
   return printed ? kDone : refuse("standard output: " + printed.reason());
 }
 
-int run(const CheckOptions& options) {
+int run(CheckOptions& options) {
   if (options.list) return listRules();
   if (options.themes.empty()) return refuse("no THEME; --help says more");
   for (const auto* rules : {&options.selected, &options.ignored}) {
     if (const auto reason = unknownRule(*rules)) return refuse(*reason);
   }
+  options.dress.sandboxed = sandbox::isToBeUsed(options.sandbox, "check");
   std::vector<Report> reports = checkAll(options);
   for (Report& report : reports) {
     filter(report, options);
@@ -218,15 +222,16 @@ void addOptions(CLI::App& command, CheckOptions& options) {
   command.add_flag("--quiet", options.quiet,
                    "Print neither findings nor summary: the exit status tells");
   command.add_flag("--list", options.list, "List all rules and do no more");
-  command.add_option("--library", options.library,
+  command.add_option("--library", options.dress.library,
                      "The library to load, in place of the one that came with this program");
+  sandbox::addSandboxOption(command, options.sandbox);
 }
 
 }  // namespace
 
 void addCheckCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<CheckOptions>();
-  options->library = libraryPath();
+  options->dress.library = libraryPath();
   CLI::App* const command = app.add_subcommand("check", "Tell all that is wrong with a theme");
   addOptions(*command, *options);
   command->footer(

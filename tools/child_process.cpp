@@ -2,13 +2,16 @@
 
 #include <array>
 #include <cerrno>
-#include <cstddef>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include "descriptor_io.h"
 
 namespace tools {
 
@@ -23,30 +26,6 @@ struct Header {
   std::uint64_t size = 0;
   bool isReason = false;
 };
-
-bool writeAll(int fd, const void* data, std::size_t size) {
-  const char* at = static_cast<const char*>(data);
-  while (size > 0) {
-    const ssize_t written = ::write(fd, at, size);
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    at += written;
-    size -= static_cast<std::size_t>(written);
-  }
-  return true;
-}
-
-bool readAll(int fd, void* data, std::size_t size) {
-  char* at = static_cast<char*>(data);
-  while (size > 0) {
-    const ssize_t taken = ::read(fd, at, size);
-    if (taken < 0 && errno == EINTR) continue;
-    if (taken <= 0) return false;
-    at += taken;
-    size -= static_cast<std::size_t>(taken);
-  }
-  return true;
-}
 
 void send(int fd, const Result<std::string>& made) {
   const std::string& bytes = made ? *made : made.reason();
@@ -72,11 +51,15 @@ Result<ChildProcess> ChildProcess::start(const Work& work) {
   if (pipe2(ends.data(), O_CLOEXEC) != 0) return host::files::lastFailure();
   Descriptor reading(ends[0]);
   const Descriptor writing(ends[1]);
+  const pid_t parent = getpid();
   const pid_t process = fork();
   if (process < 0) return host::files::lastFailure();
   if (process == 0) {
     // Else it would wait for itself to read, should the other process have given up.
     reading = Descriptor();
+    // Whoever ends the other process means this one, too.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(0);
     workAndSend(work, writing.get());
     std::fflush(stderr);
     _exit(0);

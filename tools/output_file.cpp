@@ -2,15 +2,19 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <fstream>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
-#include "host/files/leftovers.h"
+#include "descriptor_io.h"
 
 namespace tools {
 
 namespace fs = std::filesystem;
+using host::files::Descriptor;
 using host::files::Done;
 using host::files::Failure;
 using host::files::Result;
@@ -25,33 +29,78 @@ bool isTerminal(const fs::path& path) {
   return path == "-" && isatty(STDOUT_FILENO) != 0;
 }
 
-Result<Done> writeOutput(const fs::path& path, std::string_view bytes) {
-  if (path == "-") return printResult(bytes);
+Result<OutputFile> OutputFile::open(const fs::path& path) {
+  OutputFile output;
+  if (path == "-") {
+    std::fflush(stdout);
+    output.file_ = Descriptor(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0));
+    if (!output.file_) return host::files::lastFailure();
+    return output;
+  }
   std::error_code error;
   const fs::file_status before = fs::status(path, error);
-  // What is no file, such as a pipe, can't be replaced and needs no care.
-  const bool replaces = !fs::exists(before) || fs::is_regular_file(before);
-  // A link stays, and what it leads to is replaced.
-  const fs::path place = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
-  fs::path target = place;
-  if (replaces) target += ".part" + std::to_string(getpid());
-  const host::files::Leftover leftover =
-      replaces ? host::files::Leftover(target.string()) : host::files::Leftover();
-  std::ofstream file(target, std::ios::binary | std::ios::trunc);
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (!file) {
-    const Failure failure(errno != 0 ? errno : EIO);
-    if (replaces) fs::remove(target, error);
-    return failure;
+  if (fs::exists(before) && !fs::is_regular_file(before)) {
+    output.file_ = Descriptor(::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
+    if (!output.file_) return host::files::lastFailure();
+    return output;
   }
+  // A link stays, and what it leads to is replaced.
+  output.place_ = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
+  if (fs::exists(before)) output.permissions_ = before.permissions();
+  if (!output.openNew()) return host::files::lastFailure();
+  return output;
+}
+
+OutputFile::~OutputFile() {
+  if (!part_.empty()) ::unlink(part_.c_str());
+}
+
+bool OutputFile::openNew() {
+  constexpr mode_t kMode = 0666;
+  const fs::path folder = place_.has_parent_path() ? place_.parent_path() : fs::path(".");
+  // Without a name, so that it goes even when this process is killed.
+  file_ = Descriptor(::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, kMode));
+  if (file_ || (errno != EOPNOTSUPP && errno != EISDIR)) return static_cast<bool>(file_);
+  part_ = partName();
+  file_ = Descriptor(::open(part_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kMode));
+  return static_cast<bool>(file_);
+}
+
+fs::path OutputFile::partName() const {
+  fs::path part = place_;
+  return part += ".part" + std::to_string(getpid());
+}
+
+bool OutputFile::nameIt() {
+  if (!part_.empty()) return true;
+  const fs::path part = partName();
+  ::unlink(part.c_str());  // a killed process of the same number may have left one
+  const std::string open = "/proc/self/fd/" + std::to_string(file_.get());
+  const bool isNamed =
+      ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, part.c_str(), AT_SYMLINK_FOLLOW) == 0;
+  if (isNamed) part_ = part;
+  return isNamed;
+}
+
+Result<Done> OutputFile::finish() {
+  const bool replaces = !place_.empty();
+  if (permissions_) ::fchmod(file_.get(), static_cast<mode_t>(*permissions_));
+  if (replaces && !nameIt()) return host::files::lastFailure();
+  // Some file systems tell only now that there was no room.
+  if (::close(file_.release()) != 0) return host::files::lastFailure();
   if (!replaces) return Done();
-  if (fs::exists(before)) fs::permissions(target, before.permissions(), error);
-  fs::rename(target, place, error);
-  if (!error) return Done();
-  const Failure failure(error.value());
-  fs::remove(target, error);
-  return failure;
+  if (::rename(part_.c_str(), place_.c_str()) != 0) return host::files::lastFailure();
+  part_.clear();
+  return Done();
+}
+
+Result<Done> writeOutput(const fs::path& path, std::string_view bytes) {
+  auto output = OutputFile::open(path);
+  if (!output) return output.failure();
+  if (!writeAll(output->descriptor(), bytes.data(), bytes.size())) {
+    return host::files::lastFailure();
+  }
+  return output->finish();
 }
 
 }  // namespace tools

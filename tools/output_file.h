@@ -1,14 +1,45 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
+#include "host/files/descriptor.h"
 #include "host/files/result.h"
 
 namespace tools {
 
-/// Writes a result of this program: to the file `path`, which a reader sees whole or not at all, or
-/// to standard output when it is "-".
+/// A result of this program while it is made: the file `path`, which a reader sees whole or not at
+/// all, or standard output for "-". What is not finished leaves no trace.
+class OutputFile {
+ public:
+  /// Opens the place for the result, so that another process can be let write there and nowhere
+  /// else.
+  static host::files::Result<OutputFile> open(const std::filesystem::path& path);
+
+  OutputFile(OutputFile&&) = default;
+  OutputFile& operator=(OutputFile&&) = delete;
+  ~OutputFile();
+
+  /// To be written to from the start to the end.
+  int descriptor() const { return file_.get(); }
+  /// Puts what has been written in its place.
+  host::files::Result<host::files::Done> finish();
+
+ private:
+  OutputFile() = default;
+  bool openNew();
+  std::filesystem::path partName() const;
+  bool nameIt();
+
+  host::files::Descriptor file_;
+  /// What is replaced; empty for what is no file, such as a pipe, and needs no care.
+  std::filesystem::path place_;
+  std::filesystem::path part_;  ///< the name that the file has until then, if any
+  std::optional<std::filesystem::perms> permissions_;
+};
+
+/// Writes a whole result, as an OutputFile.
 host::files::Result<host::files::Done> writeOutput(const std::filesystem::path& path,
                                                    std::string_view bytes);
 

@@ -1,28 +1,38 @@
 #include "render.h"
 
 #include <cstdio>
-#include <filesystem>
+#include <cstdlib>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "byte_strings.h"
 #include "choice_option.h"
+#include "descriptor_io.h"
 #include "exit_status.h"
+#include "host/files/temporary_directory.h"
 #include "host/images/encode.h"
 #include "keyboard/dress_options.h"
+#include "keyboard/keyboard_child.h"
 #include "keyboard/keyboard_process.h"
 #include "keyboard/view.h"
 #include "keyboard/words.h"
 #include "library_path.h"
+#include "outer_process.h"
 #include "output_file.h"
 #include "render/comparison.h"
 #include "render/every_view.h"
 #include "render/one_view.h"
+#include "sandbox/sandbox.h"
 
 namespace tools {
 
-namespace fs = std::filesystem;
+using host::files::Done;
+using host::files::Failure;
+using host::files::Result;
 using host::images::Bitmap;
 using keyboard::Dress;
 
@@ -34,6 +44,7 @@ struct RenderOptions {
   std::optional<int> scale;
   std::optional<std::string> output;
   std::string keys;
+  bool sandbox = true;
   bool sheet = false;
   std::string all;
   bool besideSystem = false;
@@ -46,10 +57,13 @@ int refuse(const std::string& reason) {
   return kTrouble;
 }
 
+Failure unwritten(const std::string& path, const Failure& failure) {
+  return {failure.error, (path == "-" ? "standard output" : path) + ": " + failure.reason};
+}
+
 int write(const std::string& path, std::string_view bytes) {
   const auto written = writeOutput(path, bytes);
-  if (written) return kDone;
-  return refuse((path == "-" ? "standard output" : path) + ": " + written.reason());
+  return written ? kDone : refuse(unwritten(path, written.failure()).reason);
 }
 
 std::string outputOf(const RenderOptions& options) {
@@ -65,13 +79,83 @@ double scaleOf(const RenderOptions& options) {
   return options.scale.value_or(options.sheet ? 1 : 2);
 }
 
-int drawPicture(const RenderOptions& options) {
+/// What there is of a drawing outside the process that draws.
+struct Outside {
+  OutputFile picture;
+  std::optional<OutputFile> keys;
+  std::optional<host::files::TemporaryDirectory> device;
+};
+
+Result<OutputFile> openOutput(const std::string& path) {
+  auto output = OutputFile::open(path);
+  if (!output) return unwritten(path, output.failure());
+  return output;
+}
+
+Result<Outside> prepare(const RenderOptions& options) {
+  auto picture = openOutput(outputOf(options));
+  if (!picture) return picture.failure();
+  Outside outside{*std::move(picture), {}, {}};
+  if (!options.keys.empty()) {
+    auto keys = openOutput(options.keys);
+    if (!keys) return keys.failure();
+    outside.keys.emplace(*std::move(keys));
+  }
+  if (hasPrivateDevice(options.dress)) outside.device.emplace();
+  return outside;
+}
+
+Result<Done> put(OutputFile& output, const std::string& path) {
+  const auto done = output.finish();
+  return done ? done : unwritten(path, done.failure());
+}
+
+Result<Done> finish(Outside& outside, const RenderOptions& options) {
+  const auto done = put(outside.picture, outputOf(options));
+  return done && outside.keys ? put(*outside.keys, options.keys) : done;
+}
+
+Result<Done> fill(const OutputFile& output, const std::string& path, std::string_view bytes) {
+  if (writeAll(output.descriptor(), bytes.data(), bytes.size())) return Done();
+  return unwritten(path, host::files::lastFailure());
+}
+
+using Draw = std::function<Result<Bitmap>(const Dress&, std::string& report)>;
+
+Result<Done> draw(const Outside& outside, const RenderOptions& options, const Draw& draw) {
+  Dress worn = options.dress;
+  if (outside.device) worn.private_device = outside.device->path();
   std::string report;
-  const auto picture = render::drawView(options.dress, keyboard::viewOf(options.view),
-                                        scaleOf(options), options.keys.empty() ? nullptr : &report);
-  if (!picture) return refuse(picture.reason());
-  if (const int status = writePicture(options, *picture); status != kDone) return status;
-  return options.keys.empty() ? kDone : write(options.keys, report);
+  const auto picture = draw(worn, report);
+  if (!picture) return picture.failure();
+  auto done = fill(outside.picture, outputOf(options), host::images::encodePng(*picture));
+  return done && outside.keys ? fill(*outside.keys, options.keys, report) : done;
+}
+
+/// Draws in this process, which then can do no more: another puts the files in their places.
+Result<Done> drawAndFinish(const RenderOptions& options, const Draw& drawIt) {
+  auto outside = prepare(options);
+  if (!outside) return outside.failure();
+  auto outer = OuterProcess::start({.finish = [&] { return finish(*outside, options); },
+                                    .clearAway = [&] { outside->device.reset(); }});
+  if (!outer) return outer.failure();
+  const auto drawn = draw(*outside, options, drawIt);
+  return drawn ? outer->finish() : drawn;
+}
+
+int drawOne(const RenderOptions& options, const Draw& draw) {
+  const auto done = drawAndFinish(options, draw);
+  const int status = done ? kDone : refuse(done.reason());
+  // What runs at exit may want what the sandbox has taken away, as a leak checker does.
+  std::fflush(nullptr);
+  std::_Exit(status);
+}
+
+int drawPicture(const RenderOptions& options) {
+  return drawOne(options, [&](const Dress& worn, std::string& report) {
+    return render::drawView(worn, keyboard::viewOf(options.view), scaleOf(options),
+                            options.keys.empty() ? nullptr : &report);
+  });
 }
 
 int drawBesideSystem(const RenderOptions& options) {
@@ -90,17 +174,36 @@ int drawDifference(const RenderOptions& options) {
   return kFindings;
 }
 
-int drawEveryView(const RenderOptions& options) {
-  const auto process = keyboard::KeyboardProcess::start(options.dress, scaleOf(options));
-  if (!process) return refuse(process.reason());
+int drawSheet(const RenderOptions& options) {
+  return drawOne(options, [&](const Dress& worn, std::string&) -> Result<Bitmap> {
+    const auto process = keyboard::KeyboardProcess::start(worn, scaleOf(options));
+    if (!process) return process.failure();
+    return render::drawSheet(keyboard::everyView(options.view), scaleOf(options), worn.quiet);
+  });
+}
+
+/// Many pictures, from a process of its own.
+Result<std::string> drawViews(const RenderOptions& options,
+                              const std::vector<keyboard::View>& views) {
+  const auto draw = [&](const Dress& worn) -> Result<std::string> {
+    const auto process = keyboard::KeyboardProcess::start(worn, scaleOf(options));
+    if (!process) return process.failure();
+    const auto pictures = render::drawEach(views, scaleOf(options), worn.quiet);
+    if (!pictures) return pictures.failure();
+    return joined(*pictures);
+  };
+  auto process = keyboard::KeyboardChild::start(options.dress, draw);
+  if (!process) return process.failure();
+  return process->bytes();
+}
+
+int drawFiles(const RenderOptions& options) {
   const auto views = keyboard::everyView(options.view);
-  const bool quiet = options.dress.quiet;
-  if (!options.all.empty()) {
-    const auto failure = render::drawFiles(views, scaleOf(options), options.all, quiet);
-    return failure ? refuse(failure->reason) : kDone;
-  }
-  const auto sheet = render::drawSheet(views, scaleOf(options), quiet);
-  return sheet ? writePicture(options, *sheet) : refuse(sheet.reason());
+  const auto bytes = drawViews(options, views);
+  if (!bytes) return refuse(bytes.reason());
+  const auto pictures = parted(*bytes).value_or(std::vector<std::string>());
+  const auto failure = render::writeFiles(views, pictures, options.all);
+  return failure ? refuse(failure->reason) : kDone;
 }
 
 /// What makes no sense of several pictures, or of a file for each.
@@ -147,11 +250,13 @@ std::optional<std::string> contradiction(const RenderOptions& options) {
   return several ? contradictionOfSeveral(options) : contradictionOfView(options.view);
 }
 
-int run(const RenderOptions& options) {
+int run(RenderOptions& options) {
   if (const auto reason = contradiction(options)) return refuse(*reason);
+  options.dress.sandboxed = sandbox::isToBeUsed(options.sandbox, "render");
   if (options.besideSystem) return drawBesideSystem(options);
   if (!options.diff.empty()) return drawDifference(options);
-  if (options.sheet || !options.all.empty()) return drawEveryView(options);
+  if (options.sheet) return drawSheet(options);
+  if (!options.all.empty()) return drawFiles(options);
   return drawPicture(options);
 }
 
@@ -191,6 +296,7 @@ void addRenderCommand(CLI::App& app, int& status) {
   keyboard::addKeyplaneOptions(*command, options->view);
   keyboard::addStateOptions(*command, options->view);
   addOutputOptions(*command, *options);
+  sandbox::addSandboxOption(*command, options->sandbox);
   command->footer(
       "What the library logs goes to standard error, each line once. On the device that is drawn\n"
       "the library does what it does on every device: it empties the keyboard's cache.\n"

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -13,14 +14,17 @@
 #include <system_error>
 #include <utility>
 
+#include "descriptor_io.h"
 #include "exit_status.h"
 #include "host/drawing/fonts.h"
+#include "host/files/descriptor.h"
+#include "host/files/temporary_directory.h"
 #include "host/images/encode.h"
 #include "keyboard/keyboard_process.h"
 #include "keyboard/view.h"
 #include "library_path.h"
-#include "output_file.h"
 #include "render/one_view.h"
+#include "sandbox/sandbox.h"
 #include "watch/drawing.h"
 #include "watch/file_watch.h"
 #include "watch/signals.h"
@@ -30,6 +34,7 @@ namespace tools {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
+using host::files::Descriptor;
 using watch::FileWatch;
 
 namespace {
@@ -39,6 +44,7 @@ struct WatchOptions {
   keyboard::ViewOptions view;
   int scale = 2;
   fs::path output;
+  bool sandbox = true;
 };
 
 /// How long nothing more is saved before a drawing begins: some programs save a file in several
@@ -58,13 +64,21 @@ fs::path nextPicture(const WatchOptions& options) {
   return next += ".next";
 }
 
+int refuseToWrite(const WatchOptions& options) {
+  return refuse(options.output.string() + ": " + host::files::lastFailure().reason);
+}
+
 /// In the process of the drawing. The last good picture stays when there is no new one.
-int draw(const WatchOptions& options, host::drawing::Fonts& fonts) {
+int draw(const WatchOptions& options, const keyboard::Dress& dress, host::drawing::Fonts& fonts) {
+  // Before the theme is read, for then nothing can be opened any more.
+  const Descriptor file(::open(nextPicture(options).c_str(),
+                               O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0666));
+  if (!file) return refuseToWrite(options);
   const auto picture =
-      render::drawView(options.dress, keyboard::viewOf(options.view), options.scale, fonts);
+      render::drawView(dress, keyboard::viewOf(options.view), options.scale, fonts);
   if (!picture) return refuse(picture.reason());
-  const auto written = writeOutput(nextPicture(options), host::images::encodePng(*picture));
-  return written ? kDone : refuse(options.output.string() + ": " + written.reason());
+  const std::string bytes = host::images::encodePng(*picture);
+  return writeAll(file.get(), bytes.data(), bytes.size()) ? kDone : refuseToWrite(options);
 }
 
 /// Draws what is there, then again whenever it changes, until a signal asks for the end.
@@ -87,8 +101,7 @@ class Watcher {
       if (const auto status = drawing_.takeStatus()) takePicture(*status);
     }
     drawing_.finish();
-    std::error_code error;
-    fs::remove(nextPicture(options_), error);
+    forgetPicture();
     return kDone;
   }
 
@@ -101,8 +114,15 @@ class Watcher {
     due_ = std::min(now + kQuiet, *unshownSince_ + kLongest);
   }
 
+  void forgetPicture() const {
+    std::error_code error;
+    fs::remove(nextPicture(options_), error);
+  }
+
   void takePicture(int status) {
+    device_.reset();
     if (status == -1) refuse("the process that draws has died");
+    if (status != kDone) forgetPicture();
     const auto since = *unshownSince_;
     if (status == kDone && due_ && Clock::now() < since + kLongest) return;
     if (status == kDone) show(since);
@@ -125,7 +145,7 @@ class Watcher {
   /// The watch is there before the drawing reads the theme: whatever is saved later counts.
   bool startDrawing() {
     due_.reset();
-    const auto files = watch::filesOfTheme(options_.dress.theme);
+    const auto files = watch::filesOfTheme(options_.dress);
     auto watch = FileWatch::start(files);
     if (!watch) {
       refuse("files can't be watched: " + watch.reason());
@@ -133,8 +153,10 @@ class Watcher {
     }
     watch_ = *std::move(watch);
     // Saved between the two, and naming other pictures.
-    if (watch::filesOfTheme(options_.dress.theme) != files) noteChange();
-    if (drawing_.start([&] { return draw(options_, fonts_); })) return true;
+    if (watch::filesOfTheme(options_.dress) != files) noteChange();
+    keyboard::Dress dress = options_.dress;
+    dress.private_device = device_.emplace().path();
+    if (drawing_.start([&] { return draw(options_, dress, fonts_); })) return true;
     refuse("no process can be started: " + host::files::lastFailure().reason);
     return false;
   }
@@ -154,18 +176,20 @@ class Watcher {
   const WatchOptions& options_;
   host::drawing::Fonts fonts_;
   watch::Signals signals_;
+  std::optional<host::files::TemporaryDirectory> device_;  // goes after the drawing
   watch::Drawing drawing_;
   std::optional<FileWatch> watch_;
   std::optional<Clock::time_point> due_ = Clock::now();
   std::optional<Clock::time_point> unshownSince_ = due_;
 };
 
-int run(const WatchOptions& options) {
+int run(WatchOptions& options) {
   std::error_code error;
   if (options.output == "-") return refuse("-o: a file, which is replaced again and again");
   if (!fs::exists(options.dress.theme, error)) {
     return refuse(options.dress.theme + ": No such file or directory");
   }
+  options.dress.sandboxed = sandbox::isToBeUsed(options.sandbox, "watch");
   return Watcher(options).run();
 }
 
@@ -192,6 +216,7 @@ void addWatchCommand(CLI::App& app, int& status) {
   command->add_flag(
       "--quiet", options->dress.quiet,
       "Don't tell of drawings, of faults that the library logs, nor of missing pictures");
+  sandbox::addSandboxOption(*command, options->sandbox);
   command->footer(
       "The theme's property list and the pictures that it names are watched. While the theme "
       "can't\n"

@@ -123,6 +123,11 @@ constexpr const char* kFontConfiguration = R"(<fontconfig>
   <cachedir>/var/cache/fontconfig</cachedir>
 </fontconfig>)";
 
+constexpr const char* kFolders[] = {
+    HOST_SYSTEM_FONT_FOLDER, "/usr/share/fonts", "/usr/local/share/fonts", "/var/cache/fontconfig",
+    // Where links in the others lead to, as Debian's packages have them.
+    "/usr/share/texmf/fonts"};
+
 Config loadFonts() {
   Config config(FcConfigCreate());
   // Fontconfig's characters are unsigned, its texts ordinary ones.
@@ -134,6 +139,10 @@ Config loadFonts() {
 }
 
 }  // namespace
+
+std::span<const char* const> fontFolders() {
+  return kFolders;
+}
 
 /// What fontconfig knows of the machine, loaded at construction.
 struct FontFiles::Installed {

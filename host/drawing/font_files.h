@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,10 @@ struct FontFile {
   int index = 0;
   friend auto operator<=>(const FontFile&, const FontFile&) = default;
 };
+
+/// The folders of this machine from which fonts, and fontconfig's lists of them, are read, there or
+/// not: for whoever takes the rest away.
+std::span<const char* const> fontFolders();
 
 /// Which file holds which font. The installed fonts are listed at the first question that the
 /// system font's own folder can't answer, which takes some milliseconds. One thread at a time.

@@ -20,12 +20,10 @@
 namespace host::files {
 namespace {
 
-constexpr std::string_view kDirectory = "/var/run/notify";
-
 Result<Descriptor> notifyDirectory(const DeviceRoot& root) {
-  auto directory = root.openDirectory(kDirectory);
-  if (directory || !root.makeDirectories(kDirectory)) return directory;
-  return root.openDirectory(kDirectory);
+  auto directory = root.openDirectory(kNotificationDirectory);
+  if (directory || !root.makeDirectories(kNotificationDirectory)) return directory;
+  return root.openDirectory(kNotificationDirectory);
 }
 
 // Touches whatever bears the name, so that nothing planted in its place can hold a post up or lead

@@ -12,6 +12,8 @@
 
 namespace host::files {
 
+inline constexpr std::string_view kNotificationDirectory = "/var/run/notify";
+
 /// Tells every process that observes `name`, this one included. False when the name can't be a file
 /// name (empty, too long) or the directory can't be written. Any thread.
 bool postNotification(const DeviceRoot& root, std::string_view name);

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <ctime>
 #include <syslog.h>
 #include <utility>
 
@@ -74,6 +75,11 @@ void logToSystem(const std::string& line) {
 
 void setLogEcho(std::function<void(std::string_view)> echo) {
   logEcho() = std::move(echo);
+}
+
+void openLog() {
+  openlog(nullptr, LOG_NDELAY, LOG_USER);
+  tzset();  // lines bear the local time, which stands in a file
 }
 
 }  // namespace host::system

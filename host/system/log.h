@@ -13,4 +13,7 @@ inline constexpr int kMaxLinesASecond = 500;
 /// first.
 void setLogEcho(std::function<void(std::string_view line)> echo);
 
+/// Connects to the system log, for a process that can't once it has lines to send.
+void openLog();
+
 }  // namespace host::system

@@ -20,6 +20,8 @@
 namespace tools::check {
 
 namespace fs = std::filesystem;
+using host::files::DeviceRoot;
+using host::files::Failure;
 using platform::PropertyListEntry;
 using platform::PropertyListView;
 
@@ -35,12 +37,18 @@ struct File {
 };
 using Files = std::map<std::string, File>;
 
+std::string placeOf(std::string_view path) {
+  return std::string(kDirectory).append(path);
+}
+
 /// `spentPixels` are those of the pictures that were read before, on any thread.
-File readPicture(const host::files::DeviceRoot& folder, const std::string& path,
+File readPicture(const Copies::value_type& copied, const DeviceRoot& device,
                  std::atomic<std::uint64_t>& spentPixels) {
   using host::images::kMaxPixelsTogether;
-  const auto bytes = folder.readFile(path, host::images::kMaxFileBytes);
-  if (!bytes) return {bytes.failure().error != ENOENT, bytes.reason(), {}};
+  const auto& [path, failure] = copied;
+  if (failure) return {failure->error != ENOENT, failure->reason, {}};
+  const auto bytes = device.readFile(placeOf(path), host::images::kMaxFileBytes);
+  if (!bytes) return {true, bytes.reason(), {}};
   const std::uint64_t left = kMaxPixelsTogether - std::min(kMaxPixelsTogether, spentPixels.load());
   const auto decoded = host::images::decode(*bytes, left);
   spentPixels += decoded.pixels;
@@ -68,22 +76,16 @@ bool climbsOut(std::string_view path) {
   return false;
 }
 
-/// Every file that `section` names, and its sibling, read on all processors.
-Files readAll(const Theme& theme, PropertyListView section) {
+/// Every copy, read on all processors.
+Files readAll(const Copies& copies, const DeviceRoot& device) {
   Files files;
-  for (const PropertyListEntry& entry : section.entries()) {
-    const std::string_view path = entry.value.string().value_or("");
-    if (theme::isDevicePath(path) || leadsOut(path)) continue;
-    files.try_emplace(normal(path));
-    files.try_emplace(prismal::doubleResolutionPath(normal(path)));
-  }
+  std::vector<std::pair<const Copies::value_type*, File*>> order;
+  for (const auto& copied : copies) order.emplace_back(&copied, &files[copied.first]);
   std::atomic<std::uint64_t> spentPixels = 0;
-  std::vector<Files::value_type*> order;
-  for (auto& file : files) order.push_back(&file);
   render::inParallel(
       order.size(),
       [&](std::size_t i, host::drawing::Fonts&) {
-        order[i]->second = readPicture(theme.source.folder(), order[i]->first, spentPixels);
+        *order[i].second = readPicture(*order[i].first, device, spentPixels);
       },
       [](std::size_t) {});
   return files;
@@ -182,24 +184,32 @@ Picture checkEntry(Theme& theme, const PropertyListEntry& entry, const Files& fi
 
 }  // namespace
 
-std::vector<Picture> checkPictures(Theme& theme, const Boards& boards,
-                                   const host::files::DeviceRoot& device) {
+Copies copyPictures(const Source& source, const DeviceRoot& device) {
+  theme::PictureCopies files(source.folder(), device, kDirectory, host::files::Durability::kNone);
+  Copies copies;
+  for (const PropertyListEntry& entry : source.list().objectForKey(kImages).entries()) {
+    const std::string_view written = entry.value.string().value_or("");
+    if (theme::isDevicePath(written) || leadsOut(written)) continue;
+    const std::string path = normal(written);
+    for (const std::string& name : {path, prismal::doubleResolutionPath(path)}) {
+      const auto missing = files.copyFile(name);
+      copies.insert_or_assign(name, missing ? *missing : missing.failure());
+    }
+  }
+  return copies;
+}
+
+std::vector<Picture> checkPictures(Theme& theme, const Boards& boards, const Copies& copies,
+                                   const DeviceRoot& device) {
   const PropertyListView section = theme.section(kImages);
-  const Files files = readAll(theme, section);
+  const Files files = readAll(copies, device);
   std::vector<Picture> pictures;
-  theme::PictureCopies copies(theme.source.folder(), device, kDirectory,
-                              host::files::Durability::kNone);
   for (const PropertyListEntry& entry : section.entries()) {
     const bool isAskedFor = boards.imageKeys().contains(entry.key);
     if (!isAskedFor) tellUnknownKey(theme, entry, boards);
     Picture picture = checkEntry(theme, entry, files, isAskedFor);
     if (!isAskedFor) continue;
-    if (!picture.sizes.empty()) {
-      const std::string path = normal(picture.path);
-      // What can't be copied is missing on the device, and what is drawn there is without it.
-      static_cast<void>(copies.copy(path));
-      picture.device_path = std::string(kDirectory) + path;
-    }
+    if (!picture.sizes.empty()) picture.device_path = placeOf(normal(picture.path));
     pictures.push_back(std::move(picture));
   }
   return pictures;

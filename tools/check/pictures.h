@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,9 +27,17 @@ struct Picture {
   std::vector<PixelCount> sizes;
 };
 
-/// Checks the section of pictures, and copies those that some board may ask for to `device`.
-/// Returns these.
-std::vector<Picture> checkPictures(Theme& theme, const Boards& boards,
+/// What the files of the theme's folder are on the device: nothing where they were copied, else why
+/// they were not.
+using Copies = std::map<std::string, std::optional<host::files::Failure>>;
+
+/// Copies every file that the theme names as a picture, and its sibling, to `device` without a look
+/// into it.
+Copies copyPictures(const Source& source, const host::files::DeviceRoot& device);
+
+/// Checks the section of pictures, of which `device` has copies. Returns those that some board may
+/// ask for.
+std::vector<Picture> checkPictures(Theme& theme, const Boards& boards, const Copies& copies,
                                    const host::files::DeviceRoot& device);
 
 }  // namespace tools::check

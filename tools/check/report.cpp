@@ -1,6 +1,7 @@
 #include "check/report.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "check/boards.h"
 #include "check/contrast.h"
@@ -11,21 +12,20 @@
 #include "check/styles.h"
 #include "check/theme.h"
 #include "check/words.h"
-#include "host/files/temporary_directory.h"
 #include "host/system/process.h"
-#include "keyboard/keyboard_process.h"
+#include "keyboard/confinement.h"
 #include "platform/foundation.h"
 #include "settings/theme_data.h"
 
 namespace tools::check {
 
+using host::files::DeviceRoot;
+
 namespace {
 
-keyboard::Dress bare(const host::files::TemporaryDirectory& device,
-                     const std::filesystem::path& library) {
-  keyboard::Dress dress;
-  dress.device_root = device.path();
-  dress.library = library;
+/// The device has no theme yet when the keyboard starts.
+keyboard::Dress bare(keyboard::Dress dress) {
+  dress.theme.clear();
   dress.quiet = true;
   return dress;
 }
@@ -39,13 +39,13 @@ void tellRootType(Theme& theme) {
       log);
 }
 
-void checkAll(Theme& theme) {
+void checkAll(Theme& theme, const Copies& copies) {
   const auto& device = host::system::process().root();
   Boards boards;
   checkSections(theme);
   checkColors(theme);
   checkGradients(theme);
-  const auto pictures = checkPictures(theme, boards, device);
+  const auto pictures = checkPictures(theme, boards, copies, device);
   readTellingTheme(theme, pictures, device);
   boards.findCases();
   putTheme(theme, pictures, device);
@@ -62,10 +62,19 @@ bool Report::isUnreadable() const {
       findings, [](const Finding& finding) { return finding.rule == &"unreadable"_rule; });
 }
 
-Report checkTheme(const std::string& path, const std::filesystem::path& library) {
-  Report report{fileOfTheme(path), {}, {}};
+Report checkTheme(const keyboard::Dress& dress) {
+  Report report{fileOfTheme(dress.theme), {}, {}};
+  const auto trouble = [&](const std::string& reason) {
+    report.trouble = reason;
+    return report;
+  };
+  const auto device = DeviceRoot::open(*dress.private_device, DeviceRoot::Creation::kNever);
+  if (!device) return trouble(device.reason());
+  if (const auto confined = keyboard::confineToTheme(dress, *device); !confined) {
+    return trouble(confined.reason());
+  }
   Source::Refusal refusal;
-  const auto source = Source::read(path, refusal);
+  const auto source = Source::read(dress.theme, refusal);
   if (!source) {
     report.findings.push_back({&"unreadable"_rule,
                                {{}, refusal.position},
@@ -74,17 +83,14 @@ Report checkTheme(const std::string& path, const std::filesystem::path& library)
                                refusal.line});
     return report;
   }
-  const host::files::TemporaryDirectory device;
-  const auto process = keyboard::KeyboardProcess::start(bare(device, library), 1);
-  if (!process) {
-    report.trouble = process.reason();
-    return report;
-  }
+  const Copies copies = copyPictures(*source, *device);
+  const auto process = keyboard::KeyboardProcess::start(bare(dress), 1);
+  if (!process) return trouble(process.reason());
   const platform::NSAutoreleasePool pool;
   prepareLibrary();
   Findings findings;
   Theme theme{*source, findings};
-  source->list().isDictionary() ? checkAll(theme) : tellRootType(theme);
+  source->list().isDictionary() ? checkAll(theme, copies) : tellRootType(theme);
   report.findings = std::move(findings).take();
   source->addLines(report.findings);
   return report;
@@ -105,12 +111,11 @@ Json jsonOf(const Finding& finding) {
           finding.source.mark};
 }
 
+/// Throws for what is no finding: it comes from a process that a theme may have led astray.
 Finding findingOf(const Json& json) {
-  return {findRule(json[0].get<std::string>()),
-          {json[1], {json[2], json[3]}},
-          json[4],
-          json[5],
-          {json[6], json[7]}};
+  const Rule* const rule = findRule(json[0].get<std::string>());
+  if (!rule) throw std::runtime_error("the process that checks tells of an unknown rule");
+  return {rule, {json[1], {json[2], json[3]}}, json[4], json[5], {json[6], json[7]}};
 }
 
 }  // namespace

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
 #include "check/finding.h"
+#include "keyboard/keyboard_process.h"
 
 namespace tools::check {
 
@@ -19,9 +19,9 @@ struct Report {
   bool isUnreadable() const;
 };
 
-/// All findings of the theme at `path`. Makes this program a process with a keyboard: once a
-/// process.
-Report checkTheme(const std::string& path, const std::filesystem::path& library);
+/// All findings of the theme that `dress`, which has a private device, names. Makes this program a
+/// process with a keyboard: once a process.
+Report checkTheme(const keyboard::Dress& dress);
 
 /// A report on its way from one process to another.
 std::string packed(const Report& report);

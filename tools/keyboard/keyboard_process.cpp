@@ -19,6 +19,7 @@
 #include "host/system/notification_center.h"
 #include "host/system/process.h"
 #include "host/views/image.h"
+#include "keyboard/confinement.h"
 #include "theme/settings_source.h"
 #include "theme/theme_source.h"
 
@@ -122,17 +123,26 @@ std::optional<Failure> loadLibrary(const fs::path& library) {
 
 }  // namespace
 
+bool hasPrivateDevice(const Dress& dress) {
+  return !dress.device_root && (dress.system || !dress.theme.empty() || dress.private_device);
+}
+
 Result<KeyboardProcess> KeyboardProcess::start(const Dress& dress, double scale) {
   if (auto failure = contradiction(dress)) return *std::move(failure);
   std::optional<host::files::TemporaryDirectory> made;
   device::Place place = dress.device_root;
-  if (!place && (dress.system || !dress.theme.empty())) place = made.emplace().path();
+  const bool isPrivate = hasPrivateDevice(dress);
+  if (isPrivate) place = dress.private_device ? *dress.private_device : made.emplace().path();
   auto root = device::openDevice(place, DeviceRoot::Creation::kNever);
   if (!root) return root.failure();
+  if (const auto confined = confineToTheme(dress, *root); !confined) return confined.failure();
   if (const auto put = putOn(*root, dress); !put) return put.failure();
+  if (const auto confined = confineToDevice(dress, *root, isPrivate); !confined) {
+    return confined.failure();
+  }
   startHost(*std::move(root), dress, scale);
   // Nobody draws again on a device that goes with this process.
-  if (auto* const pictures = host::keyboard::cachedPictures(); made && pictures) {
+  if (auto* const pictures = host::keyboard::cachedPictures(); isPrivate && pictures) {
     pictures->keepInMemory();
   }
   if (!dress.system) {

@@ -22,6 +22,12 @@ struct Dress {
   /// A settings file for the private device of a theme; empty: no settings.
   std::string settings;
   std::filesystem::path library;
+  /// Before it reads the theme, the process gives up other files, the network and programs
+  /// (keyboard/confinement.h), for good.
+  bool sandboxed = false;
+  /// An empty directory for the device that goes with the process, when somebody else makes it and
+  /// clears it away: a sandboxed process can only empty its own.
+  std::optional<std::filesystem::path> private_device = {};
   /// Neither what the library logs nor which pictures are missing is told on standard error.
   bool quiet = false;
   /// Neither are the lines that the library logs whatever the theme is.
@@ -29,6 +35,9 @@ struct Dress {
   /// What goes before each of these lines, when another process tells some of its own.
   std::string told_as;
 };
+
+/// Whether a keyboard in this dress has a device of its own, which goes with it.
+bool hasPrivateDevice(const Dress& dress);
 
 /// Makes this program a process with a keyboard in it, dressed as it was asked for: once a process,
 /// since the library can be loaded but not taken out again. The device that was made for a theme

@@ -1,10 +1,10 @@
 #include "render/comparison.h"
 
+#include <cerrno>
 #include <utility>
 
 #include "render/canvas.h"
 #include "render/difference.h"
-#include "render/one_view.h"
 #include "render/other_process.h"
 #include "theme/theme_source.h"
 
@@ -35,13 +35,18 @@ std::string nameOf(const Dress& dress, const Dress& other) {
 Result<Pair> drawPair(Dress dress, Dress other, const View& view, double scale) {
   dress.told_as = nameOf(dress, other);
   other.told_as = nameOf(other, dress);
-  auto process = OtherProcess::start([&] { return drawView(other, view, scale); });
-  if (!process) return process.failure();
-  auto one = drawView(dress, view, scale);
-  if (!one) return one.failure();
-  auto second = process->picture();
+  auto first = OtherProcess::start(dress, view, scale);
+  if (!first) return first.failure();
+  auto second = OtherProcess::start(other, view, scale);
   if (!second) return second.failure();
-  return Pair{*std::move(one), *std::move(second)};
+  auto one = first->picture();
+  if (!one) return one.failure();
+  auto two = second->picture();
+  if (!two) return two.failure();
+  if (one->width != two->width || one->height != two->height) {
+    return host::files::Failure(EBADMSG, "the two pictures are not of one size");
+  }
+  return Pair{*std::move(one), *std::move(two)};
 }
 
 }  // namespace
@@ -49,6 +54,7 @@ Result<Pair> drawPair(Dress dress, Dress other, const View& view, double scale) 
 Result<Bitmap> drawBesideSystem(const Dress& dress, const View& view, double scale) {
   Dress plain;
   plain.system = true;
+  plain.sandboxed = dress.sandboxed;
   plain.quiet = dress.quiet;
   const auto pair = drawPair(dress, plain, view, scale);
   if (!pair) return pair.failure();

@@ -74,23 +74,30 @@ Result<Bitmap> drawSheet(std::span<const View> views, double scale, bool quiet) 
   return canvas.take();
 }
 
-std::optional<Failure> drawFiles(std::span<const View> views, double scale,
-                                 const fs::path& directory, bool quiet) {
+Result<std::vector<std::string>> drawEach(std::span<const View> views, double scale, bool quiet) {
+  std::vector<std::string> pictures(views.size());
+  const auto keep = [&](std::size_t i, const std::optional<Bitmap>& picture) {
+    if (picture) pictures[i] = host::images::encodePng(*picture);
+  };
+  if (const auto drawn = drawAll(views, scale, quiet, keep); !drawn) return drawn.failure();
+  return pictures;
+}
+
+std::optional<Failure> writeFiles(std::span<const View> views,
+                                  std::span<const std::string> pictures,
+                                  const fs::path& directory) {
   std::error_code error;
   fs::create_directories(directory, error);
   if (error) return Failure(error.value(), directory.string() + ": " + error.message());
-  std::vector<std::optional<Failure>> failures(views.size());
-  const auto write = [&](std::size_t i, const std::optional<Bitmap>& picture) {
+  std::optional<Failure> first;
+  for (std::size_t i = 0; i < views.size(); ++i) {
     const fs::path path = directory / fileNameOf(views[i]);
-    const auto written = picture ? writeOutput(path, host::images::encodePng(*picture))
-                                 : Result<host::files::Done>(Failure(ENOMEM));
-    if (!written) failures[i] = Failure(EIO, path.string() + ": " + written.reason());
-  };
-  if (const auto drawn = drawAll(views, scale, quiet, write); !drawn) return drawn.failure();
-  for (auto& failure : failures) {
-    if (failure) return std::move(failure);
+    const auto written = i < pictures.size() && !pictures[i].empty()
+                             ? writeOutput(path, pictures[i])
+                             : Result<host::files::Done>(Failure(ENOMEM));
+    if (!written && !first) first = Failure(EIO, path.string() + ": " + written.reason());
   }
-  return std::nullopt;
+  return first;
 }
 
 }  // namespace tools::render

@@ -18,9 +18,15 @@ namespace tools::render {
 host::files::Result<host::images::Bitmap> drawSheet(std::span<const keyboard::View> views,
                                                     double scale, bool quiet);
 
-/// Each view as a PNG file in `directory`, named by its words: phone-4-landscape-alert-numbers.png.
-/// Makes the directory if need be. Draws all that can be; the first failure, if any.
-std::optional<host::files::Failure> drawFiles(std::span<const keyboard::View> views, double scale,
-                                              const std::filesystem::path& directory, bool quiet);
+/// Each view as a PNG file's bytes; none of one that can't be drawn.
+host::files::Result<std::vector<std::string>> drawEach(std::span<const keyboard::View> views,
+                                                       double scale, bool quiet);
+
+/// Writes what drawEach made in `directory`, each view named by its words:
+/// phone-4-landscape-alert-numbers.png. Makes the directory if need be. Writes all that there are;
+/// the first failure, if any. Any process.
+std::optional<host::files::Failure> writeFiles(std::span<const keyboard::View> views,
+                                               std::span<const std::string> pictures,
+                                               const std::filesystem::path& directory);
 
 }  // namespace tools::render

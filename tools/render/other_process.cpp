@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "render/one_view.h"
+
 namespace tools::render {
 
 using host::files::Failure;
@@ -30,8 +32,11 @@ std::string bytesOf(const Bitmap& picture) {
   return bytes;
 }
 
-Bitmap bitmapOf(std::string_view bytes) {
+/// Of bytes that another process has made, and may have been made to make otherwise.
+Result<Bitmap> bitmapOf(std::string_view bytes) {
+  const Failure nonsense(EBADMSG, "the process that draws sent something else than a picture");
   Header header;
+  if (bytes.size() < sizeof header) return nonsense;
   std::memcpy(&header, bytes.data(), sizeof header);
   bytes.remove_prefix(sizeof header);
   Bitmap bitmap;
@@ -39,27 +44,29 @@ Bitmap bitmapOf(std::string_view bytes) {
   bitmap.height = header.height;
   bitmap.opaque = header.opaque;
   bitmap.pixels.resize(bytes.size() / sizeof(Pixel));
-  std::memcpy(bitmap.pixels.data(), bytes.data(), bytes.size());
+  if (!bitmap.isValid()) return nonsense;
+  std::memcpy(bitmap.pixels.data(), bytes.data(), bitmap.pixels.size() * sizeof(Pixel));
   return bitmap;
 }
 
 }  // namespace
 
-Result<OtherProcess> OtherProcess::start(const Draw& draw) {
-  auto process = ChildProcess::start([&]() -> Result<std::string> {
-    const auto picture = draw();
+Result<OtherProcess> OtherProcess::start(const keyboard::Dress& dress, const keyboard::View& view,
+                                         double scale) {
+  const auto draw = [&](const keyboard::Dress& worn) -> Result<std::string> {
+    const auto picture = drawView(worn, view, scale);
     if (!picture) return picture.failure();
     return bytesOf(*picture);
-  });
+  };
+  auto process = keyboard::KeyboardChild::start(dress, draw);
   if (!process) return process.failure();
   return OtherProcess(*std::move(process));
 }
 
 Result<Bitmap> OtherProcess::picture() {
   const auto bytes = process_.bytes();
-  if (bytes) return bitmapOf(*bytes);
-  if (bytes.failure().error != ECHILD) return bytes.failure();
-  return Failure(ECHILD, "the process that draws the other picture died");
+  if (!bytes) return bytes.failure();
+  return bitmapOf(*bytes);
 }
 
 }  // namespace tools::render

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <utility>
 
-#include "child_process.h"
 #include "host/files/result.h"
 #include "host/images/bitmap.h"
+#include "keyboard/keyboard_child.h"
+#include "keyboard/view.h"
 
 namespace tools::render {
 
@@ -13,19 +13,17 @@ namespace tools::render {
 /// dress.
 class OtherProcess {
  public:
-  using Draw = std::function<host::files::Result<host::images::Bitmap>()>;
-
-  /// Calls `draw` in a copy of this process, which ends with it. To be started before this process
-  /// has threads or a keyboard of its own.
-  static host::files::Result<OtherProcess> start(const Draw& draw);
+  /// To be started before this process has threads or a keyboard of its own.
+  static host::files::Result<OtherProcess> start(const keyboard::Dress& dress,
+                                                 const keyboard::View& view, double scale);
 
   /// What it drew, once; or its failure. Waits for it.
   host::files::Result<host::images::Bitmap> picture();
 
  private:
-  explicit OtherProcess(ChildProcess process) : process_(std::move(process)) {}
+  explicit OtherProcess(keyboard::KeyboardChild process) : process_(std::move(process)) {}
 
-  ChildProcess process_;
+  keyboard::KeyboardChild process_;
 };
 
 }  // namespace tools::render

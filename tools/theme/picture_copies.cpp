@@ -1,5 +1,7 @@
 #include "theme/picture_copies.h"
 
+#include <cerrno>
+
 #include "backgrounds/double_resolution_path.h"
 #include "host/images/limits.h"
 #include "theme/limits.h"
@@ -10,13 +12,13 @@ using host::files::Failure;
 using host::files::Result;
 
 Result<std::optional<std::string>> PictureCopies::copy(const std::string& path) {
-  auto missing = copyFile(path);
-  if (!missing) return missing;
-  auto siblingMissing = copyFile(prismal::doubleResolutionPath(path));
-  if (!siblingMissing) return siblingMissing;
+  const auto missing = copyFile(path);
+  if (!missing) return missing.failure();
+  const auto siblingMissing = copyFile(prismal::doubleResolutionPath(path));
+  if (!siblingMissing) return siblingMissing.failure();
   // One of the two is enough.
-  if (!*siblingMissing) return Missing();
-  return missing;
+  if (!*missing || !*siblingMissing) return std::optional<std::string>();
+  return std::optional((*missing)->reason);
 }
 
 Result<PictureCopies::Missing> PictureCopies::copyFile(const std::string& path) {
@@ -27,12 +29,14 @@ Result<PictureCopies::Missing> PictureCopies::copyFile(const std::string& path) 
 }
 
 Result<PictureCopies::Missing> PictureCopies::copyNewFile(const std::string& path) {
-  if (files_ == kMaxPictures) return Missing("more pictures than " + std::to_string(kMaxPictures));
+  if (files_ == kMaxPictures) {
+    return Missing(Failure(EFBIG, "more pictures than " + std::to_string(kMaxPictures)));
+  }
   const auto bytes = folder_.readFile(path, host::images::kMaxFileBytes);
-  if (!bytes) return Missing(bytes.reason());
+  if (!bytes) return Missing(bytes.failure());
   if (bytes->size() > kMaxPictureBytes - bytes_) {
-    return Missing("the pictures are larger together than " +
-                   std::to_string(kMaxPictureBytes >> 20U) + " MiB");
+    return Missing(Failure(EFBIG, "the pictures are larger together than " +
+                                      std::to_string(kMaxPictureBytes >> 20U) + " MiB"));
   }
   ++files_;
   bytes_ += bytes->size();

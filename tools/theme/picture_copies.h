@@ -25,11 +25,13 @@ class PictureCopies {
   /// names the place there.
   host::files::Result<std::optional<std::string>> copy(const std::string& path);
 
- private:
   /// Why there is no such file; none when it has been copied.
-  using Missing = std::optional<std::string>;
+  using Missing = std::optional<host::files::Failure>;
 
+  /// Copies one file.
   host::files::Result<Missing> copyFile(const std::string& path);
+
+ private:
   host::files::Result<Missing> copyNewFile(const std::string& path);
 
   const host::files::DeviceRoot& folder_;

@@ -1,0 +1,39 @@
+#include "sandbox/sandbox.h"
+
+#include <cstdio>
+
+#include "sandbox/landlock.h"
+#include "sandbox/system_calls.h"
+
+namespace tools::sandbox {
+
+namespace {
+
+/// What is to be told of a kernel that offers this much; null when it offers all.
+const char* missing(bool hasRules, bool hasFilter) {
+  if (hasRules && hasFilter) return nullptr;
+  if (hasRules) return "the sandbox leaves the network open: this kernel offers no seccomp filters";
+  if (hasFilter) return "the sandbox leaves files open: this kernel offers no Landlock";
+  return "no sandbox: this kernel offers neither Landlock nor seccomp filters";
+}
+
+}  // namespace
+
+void addSandboxOption(CLI::App& command, bool& asked) {
+  command.add_flag("--sandbox,!--no-sandbox", asked,
+                   "Take from the process that reads the theme all files but its own, the network "
+                   "and programs; on, unless it is --no-sandbox");
+}
+
+bool isToBeUsed(bool asked, std::string_view command) {
+  if (!asked) return false;
+  const bool hasRules = FileRules::areOffered();
+  const bool hasFilter = isFilterOffered();
+  if (const char* const reason = missing(hasRules, hasFilter)) {
+    std::fprintf(stderr, "prismal %.*s: %s; --no-sandbox leaves this line out\n",
+                 static_cast<int>(command.size()), command.data(), reason);
+  }
+  return hasRules || hasFilter;
+}
+
+}  // namespace tools::sandbox
