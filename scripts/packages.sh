@@ -5,7 +5,7 @@
 # package, by Debian's names.
 packages_for_build="g++ cmake ninja-build pkg-config libexpat1-dev libpng-dev libjpeg62-turbo-dev \
 libdeflate-dev libcairo2-dev libfreetype-dev libharfbuzz-dev libfontconfig-dev fontconfig fonts-inter \
-nlohmann-json3-dev libcli11-dev libgtest-dev"
+nlohmann-json3-dev libcli11-dev libcpp-httplib-dev libgtest-dev"
 packages_for_pictures="librsvg2-bin"
 packages_for_package="lowdown dpkg-dev"
 packages_for_photographs="povray povray-includes libjpeg-turbo-progs"
