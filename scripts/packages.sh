@@ -8,6 +8,7 @@ libdeflate-dev libcairo2-dev libfreetype-dev libharfbuzz-dev libfontconfig-dev f
 nlohmann-json3-dev libcli11-dev libcpp-httplib-dev libgtest-dev"
 packages_for_pictures="librsvg2-bin"
 packages_for_package="lowdown dpkg-dev"
+packages_for_page="chromium procps"
 packages_for_photographs="povray povray-includes libjpeg-turbo-progs"
 
 install_packages() {
