@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <spawn.h>
 #include <string>
 #include <system_error>
@@ -29,35 +30,46 @@ int refuse(const std::string& reason) {
   return kTrouble;
 }
 
-/// Where there is no browser to open, the address has been printed.
+/// In a session of its own: what ends this program is not meant for the browser. Where there is
+/// none to open, the address has been printed.
 void openInBrowser(std::string address) {
   std::string program = "xdg-open";
   char* const arguments[] = {program.data(), address.data(), nullptr};
+  posix_spawnattr_t attributes;
+  posix_spawnattr_init(&attributes);
+  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
   pid_t process = 0;
-  if (posix_spawnp(&process, program.c_str(), nullptr, nullptr, arguments, environ) != 0) {
-    refuse("--open: there is no xdg-open");
+  const int error =
+      posix_spawnp(&process, program.c_str(), nullptr, &attributes, arguments, environ);
+  posix_spawnattr_destroy(&attributes);
+  if (error != 0)
+    refuse("--open: xdg-open can't be started: " + std::generic_category().message(error));
+}
+
+/// What is missing of that which the command line names.
+std::optional<std::string> missing(const Options& options) {
+  std::error_code error;
+  for (const std::string& theme : {options.theme, options.other}) {
+    if (!theme.empty() && !fs::exists(theme, error)) return theme + ": No such file or directory";
   }
+  if (!options.device) return std::nullopt;
+  const auto device = device::openDevice(options.device, host::files::DeviceRoot::Creation::kNever);
+  return device ? std::nullopt : std::optional(device.reason());
 }
 
 int run(const Options& options) {
-  std::error_code error;
-  for (const std::string& theme : {options.theme, options.other}) {
-    if (!theme.empty() && !fs::exists(theme, error)) {
-      return refuse(theme + ": No such file or directory");
-    }
-  }
+  if (const auto reason = missing(options)) return refuse(*reason);
   auto listeners = Listeners::open(options.port);
   if (!listeners) {
     return refuse("port " + std::to_string(options.port) + ": " + listeners.reason() +
                   "; --port 0 takes one that is free");
   }
   const std::string address = "http://127.0.0.1:" + std::to_string(listeners->port) + "/";
-  serve::Supervisor supervisor(options, *std::move(listeners));
   if (const auto printed = printResult(address + "\n"); !printed) {
     return refuse("standard output: " + printed.reason());
   }
   if (options.opens) openInBrowser(address);
-  return supervisor.run();
+  return serve::Supervisor(options, *std::move(listeners)).run();
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <exception>
 #include <iterator>
 #include <sys/prctl.h>
 #include <system_error>
@@ -11,11 +12,11 @@
 
 #include "check/output.h"
 #include "check/report.h"
-#include "child_process.h"
 #include "explain/theme_rules.h"
 #include "host/system/process.h"
 #include "platform/foundation.h"
 #include "serve/answers.h"
+#include "serve/passed_socket.h"
 #include "serve/theme_facts.h"
 
 namespace tools::serve {
@@ -98,11 +99,9 @@ void perform(const HostTask& task, const Dress& dress, host::drawing::Fonts& fon
   }
 }
 
-Result<std::string> answer(const Message& asked, const explain::ThemeRules& rules) {
-  // A question that takes too long ends with the process that took it.
-  prctl(PR_SET_PDEATHSIG, SIGKILL);
-  const Question question = questionOf(asked);
-  switch (wishOf(asked)) {
+Result<std::string> answer(Wish wish, const Question& question, const explain::ThemeRules& rules) {
+  host::drawing::Fonts fonts;
+  switch (wish) {
     case Wish::explanation:
       return explainKey(question, rules);
     case Wish::rule:
@@ -110,10 +109,26 @@ Result<std::string> answer(const Message& asked, const explain::ThemeRules& rule
     case Wish::sheet:
       return drawSheet(question);
     case Wish::picture:
+      return drawPicture(question, fonts);
     case Wish::keys:
       break;
   }
-  return host::files::Failure(EINVAL, "a performer's wish");
+  return reportKeys(question, fonts);
+}
+
+/// In a copy of the answerer, which ends with it: at the latest when nobody waits any more.
+[[noreturn]] void answerInCopy(const Passed& asked, const explain::ThemeRules& rules) {
+  constexpr unsigned kLongest_s = 120;
+  alarm(kLongest_s);
+  std::signal(SIGCHLD, SIG_DFL);
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  const Message question{Json::parse(asked.text)};
+  try {
+    send(asked.socket.get(), messageOf(answer(wishOf(question), questionOf(question), rules)));
+  } catch (const std::exception& error) {
+    send(asked.socket.get(), refusal(error.what(), kOwnFault));
+  }
+  _exit(0);
 }
 
 void answerAll(const Dress& dress, int socket) {
@@ -125,10 +140,11 @@ void answerAll(const Dress& dress, int socket) {
     send(socket, refusal(process.reason(), kNoKeyboard));
     return;
   }
+  // Nobody here waits for the copies.
+  std::signal(SIGCHLD, SIG_IGN);
   send(socket, {{{"ok", true}}});
-  while (const auto asked = receive(socket)) {
-    auto made = ChildProcess::start([&] { return answer(*asked, *rules); });
-    if (!send(socket, messageOf(made ? made->bytes() : made.failure()))) return;
+  while (const auto asked = takePassed(socket)) {
+    if (fork() == 0) answerInCopy(*asked, *rules);
   }
 }
 

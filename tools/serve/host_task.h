@@ -19,7 +19,7 @@ enum class Role : std::uint8_t {
 inline constexpr keyboard::Word<Role> kRoles[] = {
     {"performer", Role::performer}, {"answerer", Role::answerer}, {"checker", Role::checker}};
 
-/// What a performer is asked for, or a copy of an answerer.
+/// What is asked for: of a performer the first two, of an answerer all.
 enum class Wish : std::uint8_t { picture, keys, explanation, rule, sheet };
 
 inline constexpr keyboard::Word<Wish> kWishes[] = {{"picture", Wish::picture},

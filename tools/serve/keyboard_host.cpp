@@ -17,18 +17,27 @@ using host::files::DeviceRoot;
 using host::files::Failure;
 using host::files::Result;
 
-std::optional<Message> KeyboardHost::receiveWithin(std::chrono::seconds limit) {
+namespace {
+
+std::optional<Message> receiveWithin(const Descriptor& socket, std::chrono::seconds limit) {
   const timeval time{.tv_sec = limit.count(), .tv_usec = 0};
-  ::setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
-  auto message = receive(socket_.get());
-  // One that answers late would answer the next question with it.
-  if (!message) kill();
-  return message;
+  ::setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
+  return receive(socket.get());
 }
 
+/// One end for each side; none when there are too many already.
+std::optional<std::array<Descriptor, 2>> socketPair(int type) {
+  std::array<int, 2> ends{};
+  if (::socketpair(AF_UNIX, type | SOCK_CLOEXEC, 0, ends.data()) != 0) return std::nullopt;
+  return std::array<Descriptor, 2>{Descriptor(ends[0]), Descriptor(ends[1])};
+}
+
+}  // namespace
+
 std::optional<Message> KeyboardHost::hearFirst(std::chrono::seconds limit) {
-  auto message = receiveWithin(limit);
+  auto message = receiveWithin(socket_, limit);
   isHeard_ = message.has_value();
+  if (!message) kill();
   if (message && !message->head.value("ok", false)) refusal_ = message->head;
   return message;
 }
@@ -46,7 +55,25 @@ std::optional<Message> KeyboardHost::ask(const Json& question, std::chrono::seco
     kill();
     return std::nullopt;
   }
-  return receiveWithin(limit);
+  auto answer = receiveWithin(socket_, limit);
+  // One that answers late would answer the next question with it.
+  if (!answer) kill();
+  return answer;
+}
+
+std::optional<Message> KeyboardHost::askCopy(const Json& question, std::chrono::seconds limit) {
+  auto ends = socketPair(SOCK_STREAM);
+  if (!ends) return std::nullopt;
+  auto& [ours, theirs] = *ends;
+  {
+    const std::scoped_lock lock(asking_);
+    if (isDead_ || (!isHeard_ && !hearFirst(limit))) return std::nullopt;
+    if (!refusal_.is_null()) return Message{refusal_};
+    if (!pass(socket_.get(), question.dump(), theirs.get())) return std::nullopt;
+  }
+  // The copy has it now; kept open here, its death would not be noticed.
+  theirs = Descriptor();
+  return receiveWithin(ours, limit);
 }
 
 void KeyboardHost::kill() {
@@ -56,14 +83,12 @@ void KeyboardHost::kill() {
 }
 
 HostHandle HostStarter::start(HostTask task) {
-  std::array<int, 2> ends{};
-  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return nullptr;
-  Descriptor ours(ends[0]);
-  const Descriptor theirs(ends[1]);
+  auto ends = socketPair(task.role == Role::answerer ? SOCK_SEQPACKET : SOCK_STREAM);
+  if (!ends) return nullptr;
   task.number = next_++;
   const Json order = {{"start", jsonOf(task)}};
-  if (!pass(channel_, order.dump(), theirs.get())) return nullptr;
-  return std::make_shared<KeyboardHost>(task.number, std::move(ours), *this);
+  if (!pass(channel_, order.dump(), (*ends)[1].get())) return nullptr;
+  return std::make_shared<KeyboardHost>(task, std::move((*ends)[0]), *this);
 }
 
 void HostStarter::kill(std::uint64_t number) const {

@@ -22,10 +22,14 @@ class HostStarter;
 /// Any thread: those who ask wait for each other.
 class KeyboardHost {
  public:
-  KeyboardHost(std::uint64_t number, host::files::Descriptor socket, HostStarter& starter)
-      : number_(number), socket_(std::move(socket)), starter_(starter) {}
+  KeyboardHost(const HostTask& task, host::files::Descriptor socket, HostStarter& starter)
+      : number_(task.number),
+        isAnswerer_(task.role == Role::answerer),
+        socket_(std::move(socket)),
+        starter_(starter) {}
 
   std::uint64_t number() const { return number_; }
+  bool isAnswerer() const { return isAnswerer_; }
   /// Can be read when it has something to say.
   int descriptor() const { return socket_.get(); }
 
@@ -34,14 +38,17 @@ class KeyboardHost {
   std::optional<Message> hear(std::chrono::seconds limit);
   /// Asks it; one that would not start answers with what it said. None as above.
   std::optional<Message> ask(const Json& question, std::chrono::seconds limit);
+  /// Asks an answerer, of which a copy answers: several may be asked at once. None when the copy
+  /// died or took longer.
+  std::optional<Message> askCopy(const Json& question, std::chrono::seconds limit);
   /// Ends it at once; who is asking it gets no answer.
   void kill();
 
  private:
-  std::optional<Message> receiveWithin(std::chrono::seconds limit);
   std::optional<Message> hearFirst(std::chrono::seconds limit);
 
   std::uint64_t number_;
+  bool isAnswerer_;
   host::files::Descriptor socket_;
   HostStarter& starter_;
   std::mutex asking_;

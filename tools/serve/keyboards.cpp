@@ -1,8 +1,12 @@
 #include "serve/keyboards.h"
 
 #include <algorithm>
-#include <array>
+#include <cstdio>
+#include <ctime>
+#include <sys/eventfd.h>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 #include "serve/passed_socket.h"
@@ -31,8 +35,23 @@ constexpr auto kForSuccessor = 3s;
 
 constexpr std::size_t kCacheBytes = std::size_t{64} << 20U;
 
+/// So often a process may die while it starts before that is told.
+constexpr std::size_t kMostDeaths = 2;
+
 /// One that dies again and again is not replaced as quickly.
 constexpr std::chrono::milliseconds kBeforeReplacing[] = {0ms, 0ms, 0ms, 500ms, 2000ms, 10000ms};
+
+/// Whether a file was saved, or put there, later than `time`; or so close to it that the kernel's
+/// clock of files, which ticks more slowly, can't tell.
+bool hasChangedSince(const fs::path& path, const timespec& time) {
+  constexpr double kTick_s = 0.01;
+  struct stat status {};
+  if (::stat(path.c_str(), &status) != 0) return false;
+  const auto seconds = [](const timespec& at) {
+    return static_cast<double>(at.tv_sec) + 1e-9 * static_cast<double>(at.tv_nsec);
+  };
+  return seconds(status.st_ctim) > seconds(time) - kTick_s;
+}
 
 bool isPerformersWish(Wish wish) {
   return wish == Wish::picture || wish == Wish::keys;
@@ -42,7 +61,11 @@ bool isPerformersWish(Wish wish) {
 
 Keyboards::Keyboards(const Options& options, HostStarter& starter, UserSettings& settings,
                      Publish publish)
-    : starter_(starter), settings_(settings), publish_(std::move(publish)), cache_(kCacheBytes) {
+    : starter_(starter),
+      settings_(settings),
+      publish_(std::move(publish)),
+      cache_(kCacheBytes),
+      wake_(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)) {
   const auto add = [&](Look look, const std::string& theme) {
     Kept& kept = all_.emplace_back();
     kept.look = look;
@@ -59,12 +82,19 @@ Keyboards::Keyboards(const Options& options, HostStarter& starter, UserSettings&
 
 void Keyboards::run(int channel) {
   for (bool isOver = false; !isOver;) {
-    for (Kept& kept : all_) {
-      if (kept.due && Clock::now() >= *kept.due) startVersion(kept);
-      if (kept.checkDue && Clock::now() >= *kept.checkDue) startCheck(kept);
+    try {
+      for (Kept& kept : all_) doWhatIsDue(kept);
+      wait(channel, isOver);
+    } catch (const Json::exception& error) {
+      // A process with a keyboard doesn't talk as it should: somebody else may be in it.
+      std::fprintf(stderr, "prismal serve: %s\n", error.what());
     }
-    wait(channel, isOver);
   }
+}
+
+void Keyboards::doWhatIsDue(Kept& kept) {
+  if (kept.due && Clock::now() >= *kept.due) startVersion(kept);
+  if (kept.checkDue && Clock::now() >= *kept.checkDue) startCheck(kept);
 }
 
 int Keyboards::timeout_ms() const {
@@ -80,7 +110,8 @@ int Keyboards::timeout_ms() const {
 }
 
 void Keyboards::wait(int channel, bool& isOver) {
-  std::vector<pollfd> polled = {{channel, POLLIN, 0}};
+  constexpr std::size_t kFirst = 2;
+  std::vector<pollfd> polled = {{channel, POLLIN, 0}, {wake_.get(), POLLIN, 0}};
   for (const Kept& kept : all_) {
     polled.push_back({kept.watch ? kept.watch->descriptor() : -1, POLLIN, 0});
     polled.push_back({kept.checker ? kept.checker->descriptor() : -1, POLLIN, 0});
@@ -88,13 +119,23 @@ void Keyboards::wait(int channel, bool& isOver) {
   if (::poll(polled.data(), polled.size(), timeout_ms()) <= 0) return;
   for (std::size_t i = 0; i < all_.size(); ++i) {
     Kept& kept = all_[i];
-    if (polled[1 + 2 * i].revents != 0 && kept.watch->takeChanges()) noteChange(kept);
-    if (polled[2 + 2 * i].revents != 0) takeCheck(kept);
+    if (polled[kFirst + 2 * i].revents != 0 && kept.watch->takeChanges()) noteChange(kept);
+    if (polled[kFirst + 2 * i + 1].revents != 0) takeCheck(kept);
   }
+  if (polled[1].revents != 0) takeRenewal();
   if (polled[0].revents == 0) return;
   const auto note = takePassed(channel);
   isOver = !note;
   if (note) takeNote(Json::parse(note->text));
+}
+
+void Keyboards::takeRenewal() {
+  std::uint64_t count = 0;
+  static_cast<void>(::read(wake_.get(), &count, sizeof count));
+  if (!renews_.exchange(false)) return;
+  for (Kept& kept : all_) {
+    if (!kept.theme.empty()) noteChange(kept);
+  }
 }
 
 void Keyboards::noteChange(Kept& kept) {
@@ -108,7 +149,8 @@ void Keyboards::noteChange(Kept& kept) {
 void Keyboards::startVersion(Kept& kept) {
   kept.due.reset();
   if (!kept.watch && !kept.theme.empty()) followFiles(kept, Json::array(), {});
-  const auto start = fs::file_time_type::clock::now();
+  timespec start{};
+  ::clock_gettime(CLOCK_REALTIME, &start);
   HostTask task{.look = kept.look, .settings = settings_.file()};
   {
     const std::scoped_lock lock(mutex_);
@@ -122,15 +164,18 @@ void Keyboards::startVersion(Kept& kept) {
   if (isGood && !kept.theme.empty() && followFiles(kept, said->head["facts"]["files"], start)) {
     noteChange(kept);
   }
-  const bool isHalfSaved = !isGood && kept.due && Clock::now() < *kept.since + kLongest;
+  const bool isHalfSaved =
+      !isGood && kept.since && kept.due && Clock::now() < *kept.since + kLongest;
   if (isHalfSaved) return;
+  // Somebody may have ended it; a theme of which it dies is told to the page.
+  if (!said && kept.deaths < kMostDeaths) return dueAfterDeath(kept);
   kept.since = kept.due ? std::optional(Clock::now()) : std::nullopt;
   isGood ? show(kept, std::move(host), *said, {task.first, generation}) : refuse(kept, said);
 }
 
 /// Watches what the theme is made of now. Whether something was saved since `start` that was not
 /// watched then.
-bool Keyboards::followFiles(Kept& kept, const Json& files, fs::file_time_type start) {
+bool Keyboards::followFiles(Kept& kept, const Json& files, timespec start) {
   std::vector<fs::path> paths;
   for (const Json& file : files) paths.emplace_back(file.get<std::string>());
   std::error_code error;
@@ -139,13 +184,11 @@ bool Keyboards::followFiles(Kept& kept, const Json& files, fs::file_time_type st
   if (paths == kept.files && kept.watch) return false;
   auto watch = FileWatch::start(paths);
   if (!watch) return false;
-  const bool hasChanged = (kept.watch && kept.watch->takeChanges()) ||
-                          std::ranges::any_of(paths, [&](const fs::path& path) {
-                            const bool isNew =
-                                std::ranges::find(kept.files, path) == kept.files.end();
-                            const auto saved = fs::last_write_time(path, error);
-                            return isNew && !error && saved > start;
-                          });
+  bool hasChanged = kept.watch && kept.watch->takeChanges();
+  for (const fs::path& path : paths) {
+    const bool isNew = std::ranges::find(kept.files, path) == kept.files.end();
+    hasChanged = hasChanged || (isNew && hasChangedSince(path, start));
+  }
   kept.watch = *std::move(watch);
   kept.files = std::move(paths);
   return hasChanged;
@@ -234,27 +277,27 @@ void Keyboards::tellFindings(Kept& kept, Json findings) {
 
 void Keyboards::takeNote(const Json& note) {
   for (Kept& kept : all_) {
-    const auto isEnded = [&](const HostHandle& host) {
-      return host && host->number() == note["ended"];
-    };
-    if (isEnded(kept.performer) || isEnded(kept.answerer)) {
-      replace(kept, note["how"].get<std::string>());
+    for (const auto role : {&Kept::performer, &Kept::answerer}) {
+      const bool isIt = kept.*role && (kept.*role)->number() == note["ended"];
+      if (isIt) replace(kept, role, note["how"].get<std::string>());
     }
   }
 }
 
-/// Both at once: they are to be of one version.
-void Keyboards::replace(Kept& kept, const std::string& how) {
+/// Both are begun anew, to be of one version. What is left of them answers until then, and longer
+/// should the theme be broken.
+void Keyboards::replace(Kept& kept, HostHandle Kept::*dead, const std::string& how) {
   {
     const std::scoped_lock lock(mutex_);
-    kept.performer.reset();
-    kept.answerer.reset();
+    (kept.*dead).reset();
   }
   publish_("host", {{"look", keyboard::wordOf(kLooks, kept.look)}, {"how", how}});
-  const auto last = std::size(kBeforeReplacing) - 1;
-  const auto delay =
-      kBeforeReplacing[std::min<std::size_t>(static_cast<std::size_t>(kept.deaths++), last)];
-  kept.due = Clock::now() + delay;
+  dueAfterDeath(kept);
+}
+
+void Keyboards::dueAfterDeath(Kept& kept) {
+  const std::size_t deaths = std::min(kept.deaths++, std::size(kBeforeReplacing) - 1);
+  kept.due = Clock::now() + kBeforeReplacing[deaths];
 }
 
 // Asking
@@ -277,12 +320,17 @@ std::vector<Look> Keyboards::looks() const {
   return looks;
 }
 
-/// The process in that role, when it is another than `other`; null when none comes.
-HostHandle Keyboards::waitForHost(const Kept& kept, HostHandle Kept::*role,
-                                  const HostHandle& other) {
+/// The process that answers the wish, when it is another than `other`; null when none comes.
+HostHandle Keyboards::waitForHost(const Kept& kept, Wish wish, const HostHandle& other) {
   std::unique_lock lock(mutex_);
-  changed_.wait_for(lock, kForSuccessor, [&] { return kept.*role && kept.*role != other; });
-  return kept.*role == other ? nullptr : kept.*role;
+  HostHandle host;
+  const auto finds = [&] {
+    host = isPerformersWish(wish) ? kept.performer : kept.answerer;
+    // The last good version's performer is dead, and none can be made of what is there now.
+    if (!host && !kept.finding.is_null()) host = kept.answerer;
+    return host && host != other;
+  };
+  return changed_.wait_for(lock, kForSuccessor, finds) ? host : nullptr;
 }
 
 std::string Keyboards::cacheKey(const KeyboardHost& host, Wish wish, const Parameters& parameters,
@@ -295,27 +343,36 @@ Reply Keyboards::ask(Wish wish, const Question& question, Parameters parameters)
     return parameter.first == "version" || parameter.first == "look";
   });
   Kept& kept = keptFor(question.look);
-  const auto role = isPerformersWish(wish) ? &Kept::performer : &Kept::answerer;
-  const bool isCached = isPerformersWish(wish);
   if (wish == Wish::picture) {
     const std::scoped_lock lock(mutex_);
     kept.lastAsked = parameters;
   }
+  std::unique_lock sheet(sheet_, std::defer_lock);
+  if (wish == Wish::sheet && !sheet.try_lock()) return {503, "another sheet is being drawn"};
   HostHandle host;
   for (int tries = 0; tries < 2; ++tries) {
-    host = waitForHost(kept, role, host);
+    host = waitForHost(kept, wish, host);
     if (!host) break;
-    const std::string key = cacheKey(*host, wish, parameters, settings_.generation());
-    if (auto known = isCached ? cache_.find(key) : std::nullopt) return {200, *std::move(known)};
-    const auto limit = wish == Wish::sheet ? kForSheet : kForAnswer;
-    auto said = host->ask(jsonOf(wish, parameters), limit);
-    if (!said) continue;
-    if (!said->head.value("ok", false))
-      return {said->head.value("status", 503), said->head.value("reason", "")};
-    if (isCached) cache_.keep(key, said->bytes);
-    return {200, std::move(said->bytes)};
+    if (auto reply = askHost(*host, wish, parameters)) return *std::move(reply);
   }
   return {503, "no keyboard answers; the theme can't be read, or its process has died"};
+}
+
+/// None when the process has died. What one version has answered stays true for all its time.
+std::optional<Reply> Keyboards::askHost(KeyboardHost& host, Wish wish,
+                                        const Parameters& parameters) {
+  const std::string key = cacheKey(host, wish, parameters, settings_.generation());
+  if (auto known = cache_.find(key)) return Reply{200, *std::move(known)};
+  const Json question = jsonOf(wish, parameters);
+  auto said = host.isAnswerer()
+                  ? host.askCopy(question, wish == Wish::sheet ? kForSheet : kForAnswer)
+                  : host.ask(question, kForAnswer);
+  if (!said) return std::nullopt;
+  if (!said->head.value("ok", false)) {
+    return Reply{said->head.value("status", 503), said->head.value("reason", "")};
+  }
+  cache_.keep(key, said->bytes);
+  return Reply{200, std::move(said->bytes)};
 }
 
 // Telling
@@ -340,6 +397,12 @@ void Keyboards::tellSettings() {
     putSettingsOn(answerer);
   }
   publish_("settings", settings_.json());
+}
+
+void Keyboards::renew() {
+  renews_ = true;
+  const std::uint64_t one = 1;
+  static_cast<void>(::write(wake_.get(), &one, sizeof one));
 }
 
 Json Keyboards::facts(Look look) const {

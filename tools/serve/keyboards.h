@@ -1,8 +1,11 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <filesystem>
 #include <functional>
 #include <mutex>
@@ -11,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "host/files/descriptor.h"
 #include "serve/host_task.h"
 #include "serve/keyboard_host.h"
 #include "serve/options.h"
@@ -49,6 +53,9 @@ class Keyboards {
   Reply ask(Wish wish, const Question& question, Parameters parameters);
   /// Tells the running processes of the user's settings, as on a device.
   void tellSettings();
+  /// Has processes begin anew with the same themes, as a device's do that are opened again: some
+  /// settings are looked at once a process.
+  void renew();
   /// All that is known of a look's theme, and all of it that changes with a version.
   Json facts(Look look) const;
   Json version(Look look) const;
@@ -70,7 +77,7 @@ class Keyboards {
     std::optional<Clock::time_point> since;  ///< of the first change that is not shown
     std::optional<Clock::time_point> checkDue;
     HostHandle checker;
-    int deaths = 0;  ///< since the theme was saved last
+    std::size_t deaths = 0;  ///< since the theme was saved last
 
     // Guarded by mutex_.
     std::uint64_t version = 0;
@@ -89,25 +96,29 @@ class Keyboards {
     std::uint64_t generation;  ///< of the settings
   };
 
+  void doWhatIsDue(Kept& kept);
+  void takeRenewal();
   void noteChange(Kept& kept);
   void startVersion(Kept& kept);
   void show(Kept& kept, HostHandle host, const Message& ready, const Start& start);
   void refuse(Kept& kept, const std::optional<Message>& said);
-  bool followFiles(Kept& kept, const Json& files, std::filesystem::file_time_type start);
+  bool followFiles(Kept& kept, const Json& files, timespec start);
   HostHandle startAnswerer(const Kept& kept);
   void startCheck(Kept& kept);
   void takeCheck(Kept& kept);
   void stopCheck(Kept& kept);
   void tellFindings(Kept& kept, Json findings);
   void takeNote(const Json& note);
-  void replace(Kept& kept, const std::string& how);
+  void replace(Kept& kept, HostHandle Kept::*dead, const std::string& how);
+  static void dueAfterDeath(Kept& kept);
   void wait(int channel, bool& isOver);
   int timeout_ms() const;
   void putSettingsOn(const HostHandle& host) const;
 
   Kept& keptFor(Look look);
   const Kept& keptFor(Look look) const;
-  HostHandle waitForHost(const Kept& kept, HostHandle Kept::*role, const HostHandle& other);
+  HostHandle waitForHost(const Kept& kept, Wish wish, const HostHandle& other);
+  std::optional<Reply> askHost(KeyboardHost& host, Wish wish, const Parameters& parameters);
   std::string cacheKey(const KeyboardHost& host, Wish wish, const Parameters& parameters,
                        std::uint64_t generation) const;
 
@@ -116,6 +127,9 @@ class Keyboards {
   Publish publish_;
   std::vector<Kept> all_;  ///< never grows or shrinks
   PictureCache cache_;
+  host::files::Descriptor wake_;
+  std::atomic<bool> renews_ = false;
+  std::mutex sheet_;  ///< held by who draws one: it takes all processors
   mutable std::mutex mutex_;
   std::condition_variable changed_;
 };

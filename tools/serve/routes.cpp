@@ -225,8 +225,9 @@ Response Routes::command(const Request&, const Question& question) const {
   return jsonResponse({{"command", renderCommand(options_, question, settings_.file())}});
 }
 
-Response Routes::events(const Request&, const Question&) const {
-  return {.type = "text/event-stream", .body = "retry: 500\n\n", .isStream = true};
+Response Routes::events(const Request& request, const Question&) const {
+  return {
+      .type = "text/event-stream", .body = "retry: 500\n\n", .isStream = request.method == "GET"};
 }
 
 Response Routes::setUse(const Request& request, const Question& question) const {
@@ -248,6 +249,8 @@ Response Routes::setPicture(const Request& request, const Question& question) co
   const auto chosen = choosePicture(request, question);
   if (!chosen) return refusal(chosen.failure().error == EINVAL ? 400 : 500, chosen.reason());
   keyboards_.tellSettings();
+  // The library looks which pictures there are once a process.
+  keyboards_.renew();
   return jsonResponse(settings_.json());
 }
 

@@ -1,9 +1,13 @@
 #include "serve/serving.h"
 
+#include <chrono>
 #include <dlfcn.h>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
+#include <system_error>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 #include "device/open_device.h"
@@ -39,6 +43,18 @@ void takeUsersSettings(UserSettings& settings, const device::Place& place) {
   }
 }
 
+/// The supervisor was killed, and nobody else is left to do it. Keyboards that end meanwhile clear
+/// away their devices too, so that what was there a moment ago may be gone.
+void clearAway(const std::filesystem::path& session) {
+  constexpr auto kBetweenTries = std::chrono::milliseconds(20);
+  constexpr int kTries = 100;
+  std::error_code error;
+  for (int tries = 0; tries < kTries && std::filesystem::exists(session, error); ++tries) {
+    std::filesystem::remove_all(session, error);
+    std::this_thread::sleep_for(kBetweenTries);
+  }
+}
+
 }  // namespace
 
 void serve(const ServerPlace& place) {
@@ -60,6 +76,7 @@ void serve(const ServerPlace& place) {
   });
   server->run();
   follower.join();
+  if (getppid() != place.supervisor) clearAway(place.session);
 }
 
 }  // namespace tools::serve

@@ -96,10 +96,11 @@ bool Supervisor::startServer() {
   if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) return false;
   channel_ = Descriptor(ends[0]);
   const Descriptor servers(ends[1]);
+  const pid_t self = getpid();
   serverStart_ = Clock::now();
   return startChild({Kind::kServer, 0}, "prismal-server", [&] {
     channel_ = Descriptor();
-    serve({options_, listeners_, session_.path(), servers.get()});
+    serve({options_, listeners_, session_.path(), servers.get(), self});
   });
 }
 

@@ -30,8 +30,8 @@ constexpr std::string_view kEndOfHead = "\r\n\r\n";
 
 }  // namespace
 
-Connection::Connection(host::files::Descriptor socket, std::uint16_t port)
-    : socket_(std::move(socket)), port_(port) {
+Connection::Connection(host::files::Descriptor socket, std::uint16_t port, BodyBudget& budget)
+    : socket_(std::move(socket)), port_(port), budget_(budget) {
   becomeReader();
 }
 
@@ -115,37 +115,40 @@ std::optional<std::size_t> Connection::findHead() {
   return size;
 }
 
+void Connection::readHead() {
+  const auto size = findHead();
+  if (!size) return;
+  headBytes_ = in_.substr(0, *size);
+  in_.erase(0, *size);
+  const auto parsed = parseHead(headBytes_);
+  if (const auto* const refusal = std::get_if<Refusal>(&parsed)) return refuse(*refusal);
+  const Head& head = std::get<Head>(parsed);
+  if (!isOwn(head, port_)) return refuse({403, "this server is for pages of its own"});
+  if (!budget_.take(head.contentLength)) return refuse({503, "too much is being sent already"});
+  head_ = head;
+  deadline_ = Clock::now() + kForBody;
+}
+
+void Connection::forgetHead() {
+  if (head_) budget_.giveBack(head_->contentLength);
+  head_.reset();
+}
+
 std::optional<Incoming> Connection::takeRequest() {
-  if (state_ != State::kReading) return std::nullopt;
-  if (!head_) {
-    const auto size = findHead();
-    if (!size) return std::nullopt;
-    headBytes_ = in_.substr(0, *size);
-    in_.erase(0, *size);
-    const auto parsed = parseHead(headBytes_);
-    if (const auto* const refusal = std::get_if<Refusal>(&parsed)) {
-      refuse(*refusal);
-      return std::nullopt;
-    }
-    head_ = std::get<Head>(parsed);
-    if (!isOwn(head_->host, head_->origin, port_)) {
-      refuse({403, "this server is for pages of its own"});
-      return std::nullopt;
-    }
-    deadline_ = Clock::now() + kForBody;
-  }
+  if (state_ == State::kReading && !head_) readHead();
+  if (state_ != State::kReading || !head_) return std::nullopt;
   const std::size_t length = head_->contentLength;
   if (in_.size() < length) return std::nullopt;
   Incoming request{head_->forwarded(), in_.substr(0, length)};
   in_.erase(0, length);
-  head_.reset();
+  forgetHead();
   state_ = State::kAnswering;
   deadline_.reset();
   return request;
 }
 
 void Connection::send(Answer answer) {
-  head_.reset();
+  forgetHead();
   state_ = answer.isStream ? State::kStreaming : State::kSending;
   out_ = std::move(answer.bytes);
   sent_ = 0;

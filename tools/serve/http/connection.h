@@ -14,6 +14,22 @@ namespace tools::serve::http {
 
 using Clock = std::chrono::steady_clock;
 
+/// How much all connections together may hold of bodies that have not come in whole, in bytes.
+/// One thread.
+class BodyBudget {
+ public:
+  explicit BodyBudget(std::size_t bytes) : left_(bytes) {}
+  bool take(std::size_t bytes) {
+    if (bytes > left_) return false;
+    left_ -= bytes;
+    return true;
+  }
+  void giveBack(std::size_t bytes) { left_ += bytes; }
+
+ private:
+  std::size_t left_;
+};
+
 /// A whole request that has come in.
 struct Incoming {
   std::string head;  ///< as Head::forwarded gives it
@@ -24,7 +40,11 @@ struct Incoming {
 /// each of its states has its time. One thread only.
 class Connection {
  public:
-  Connection(host::files::Descriptor socket, std::uint16_t port);
+  /// `budget` must outlive it.
+  Connection(host::files::Descriptor socket, std::uint16_t port, BodyBudget& budget);
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  ~Connection() { forgetHead(); }
 
   int descriptor() const { return socket_.get(); }
   /// What to poll for: POLLIN, POLLOUT, both or none.
@@ -57,9 +77,12 @@ class Connection {
   std::optional<Incoming> takeRequest();
   void refuse(const Refusal& refusal);
   std::optional<std::size_t> findHead();
+  void readHead();
+  void forgetHead();
 
   host::files::Descriptor socket_;
   std::uint16_t port_;
+  BodyBudget& budget_;
   State state_ = State::kReading;
   std::optional<Clock::time_point> deadline_;
   std::string in_;

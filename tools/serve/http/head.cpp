@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <initializer_list>
 #include <optional>
 #include <system_error>
 
@@ -97,6 +96,7 @@ struct Field {
 
 constexpr Field kFields[] = {{"Host", &Head::host},
                              {"Origin", &Head::origin},
+                             {"Sec-Fetch-Site", &Head::site},
                              {"Content-Type", &Head::contentType},
                              {"If-None-Match", &Head::knownTag},
                              {"Connection", &Head::connection}};
@@ -186,20 +186,30 @@ std::string Head::forwarded() const {
   return bytes.append(kNewline);
 }
 
-bool isOwn(std::string_view host, std::string_view origin, std::uint16_t port) {
-  const auto isOwnHost = [port](std::string_view text) {
-    return std::ranges::any_of(
-        std::initializer_list<std::string_view>{"127.0.0.1:", "[::1]:", "localhost:"},
-        [&](std::string_view name) {
-          const std::string own = std::string(name) + std::to_string(port);
-          return equalInAnyCase(text, own) ||
-                 (port == 80 && equalInAnyCase(text, own.substr(0, name.size() - 1)));
-        });
+namespace {
+
+bool isOwnHost(std::string_view host, std::uint16_t port) {
+  const auto isIt = [&](std::string_view name) {
+    const std::string number = ":" + std::to_string(port);
+    return equalInAnyCase(host, std::string(name) + number) ||
+           // Which browsers leave out.
+           (port == 80 && equalInAnyCase(host, name));
   };
+  constexpr std::string_view kNames[] = {"127.0.0.1", "[::1]", "localhost"};
+  return std::ranges::any_of(kNames, isIt);
+}
+
+}  // namespace
+
+bool isOwn(const Head& head, std::uint16_t port) {
   constexpr std::string_view kScheme = "http://";
-  if (!isOwnHost(host)) return false;
-  return origin.empty() ||
-         (origin.starts_with(kScheme) && isOwnHost(origin.substr(kScheme.size())));
+  if (!isOwnHost(head.host, port)) return false;
+  const bool isOwnOrigin =
+      head.origin.starts_with(kScheme) && isOwnHost(head.origin.substr(kScheme.size()), port);
+  if (!head.origin.empty() && !isOwnOrigin) return false;
+  const bool isOwnPage = head.site.empty() || head.site == "same-origin" || head.site == "none";
+  const bool isPage = head.target == "/" || head.target.starts_with("/?");
+  return isOwnPage || (isPage && head.method != "POST");
 }
 
 }  // namespace tools::serve::http

@@ -27,6 +27,7 @@ struct Head {
   bool isOld = false;       ///< HTTP/1.0
   std::string_view host;
   std::string_view origin;  ///< empty: none was said
+  std::string_view site;    ///< Sec-Fetch-Site: whose page asks, says the browser; empty: none
   std::string_view contentType;
   std::string_view knownTag;
   std::string_view connection;
@@ -40,8 +41,9 @@ struct Head {
 /// in two ways has been somebody's way in.
 std::variant<Head, Refusal> parseHead(std::string_view bytes);
 
-/// Whether a request for `host`, made by a page of `origin`, is meant for the server at `port` of
-/// this machine; else a page of anybody's could reach it under a name of its own.
-bool isOwn(std::string_view host, std::string_view origin, std::uint16_t port);
+/// Whether a request is meant for the server at `port` of this machine and comes from no page but
+/// its own; else a page of anybody's could reach it, under a name of theirs or as a picture. Links
+/// may lead to our page from anywhere.
+bool isOwn(const Head& head, std::uint16_t port);
 
 }  // namespace tools::serve::http

@@ -82,7 +82,7 @@ class HttplibTranslator : public Translator, private httplib::Server {
   };
 
   void respond(const httplib::Request& from, httplib::Response& to) {
-    http::Response made = handler_(requestOf(from, pending_->body));
+    http::Response made = handled(requestOf(from, pending_->body));
     to.status = made.status;
     for (const auto& [name, value] : made.headers) to.set_header(name, value);
     pending_->isStream = made.isStream;
@@ -96,6 +96,14 @@ class HttplibTranslator : public Translator, private httplib::Server {
       return true;
     };
     to.set_content_provider(made.type, begin);
+  }
+
+  http::Response handled(const Request& request) const {
+    try {
+      return handler_(request);
+    } catch (const std::exception&) {
+      return {.status = 500, .type = "application/json", .body = "{\"error\":\"failed\"}\n"};
+    }
   }
 
   http::Handler handler_;

@@ -24,10 +24,12 @@ namespace {
 constexpr auto kBetweenBeats = 15s;
 constexpr std::size_t kWorkers = 6;
 
+constexpr std::size_t kMostBodyBytes = 8 * kLongestBody;
+
 }  // namespace
 
 Capacity takeCapacity() {
-  constexpr rlim_t kWanted = 4096;
+  constexpr rlim_t kWanted = 1024 + 64;
   constexpr rlim_t kOfOurOwn = 64;
   rlimit limit{};
   getrlimit(RLIMIT_NOFILE, &limit);
@@ -44,6 +46,7 @@ Server::Server(std::vector<Descriptor> listeners, std::uint16_t port, Translator
       translator_(translator),
       greeting_(std::move(greeting)),
       capacity_(takeCapacity()),
+      bodies_(kMostBodyBytes),
       wake_(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
       beat_(Clock::now() + kBetweenBeats),
       workers_(kWorkers) {}
@@ -114,7 +117,7 @@ void Server::accept(int listener) {
   if (connections_.size() >= capacity_.connections) return;
   const int one = 1;
   ::setsockopt(socket.get(), IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
-  connections_.try_emplace(next_++, std::move(socket), port_);
+  connections_.try_emplace(next_++, std::move(socket), port_, bodies_);
 }
 
 /// The client that has had nothing to ask for longest goes.

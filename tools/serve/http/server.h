@@ -64,6 +64,7 @@ class Server {
   Translator& translator_;
   std::function<std::string()> greeting_;
   Capacity capacity_;
+  BodyBudget bodies_;
   host::files::Descriptor wake_;
   std::atomic<bool> ends_ = false;
   std::uint64_t next_ = 0;
