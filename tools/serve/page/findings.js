@@ -46,8 +46,8 @@ function itemOf(finding) {
     make("span", { class: "severity" }, finding.severity),
     make("span", { class: "place" }, placeOf(finding)),
     make("span", { class: "message" }, finding.message),
-    finding.source ? make("code", { class: "source" }, finding.source) : null,
-    make("span", { class: "quiet" }, finding.rule));
+    make("span", { class: "quiet" }, finding.rule),
+    finding.source ? make("code", { class: "source" }, finding.source) : null);
   item.addEventListener("click", () => choose(finding, item).catch((error) => tell(error.message)));
   return make("li", {}, item);
 }
