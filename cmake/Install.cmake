@@ -7,7 +7,7 @@ set(PRISMAL_ZSH_COMPLETIONS "${CMAKE_INSTALL_DATAROOTDIR}/zsh/site-functions" CA
 set(share ${CMAKE_INSTALL_DATAROOTDIR})
 
 install(TARGETS prismal_command RUNTIME DESTINATION bin)
-install(TARGETS prismal LIBRARY DESTINATION lib/prismal)
+install(TARGETS prismal prismal_http_module LIBRARY DESTINATION lib/prismal)
 install(DIRECTORY examples/ DESTINATION ${share}/prismal/examples PATTERN art EXCLUDE)
 install(FILES README.md CHANGELOG.md DESTINATION ${share}/doc/prismal)
 install(DIRECTORY docs DESTINATION ${share}/doc/prismal)

@@ -32,14 +32,12 @@ namespace tools {
 namespace fs = std::filesystem;
 using explain::ThemeRules;
 using keyboard::Json;
-using keyboard::View;
 
 namespace {
 
 constexpr double kScale = 2;
 
-constexpr std::string_view kVisualStyles[] = {"iPhone-Standard", "iPhone-Alert", "iPad-Standard",
-                                              "iPad-Alert", "iPad-Split"};
+using keyboard::kVisualStyles;
 
 struct ExplainOptions {
   keyboard::Dress dress;
@@ -94,16 +92,6 @@ int explainKey(const ExplainOptions& options, const ThemeRules& rules) {
   return explain::isThemed(*explanation) ? kDone : kFindings;
 }
 
-/// Every keyplane that the options leave open, with all the keys that it can have.
-std::vector<View> viewsOf(const ExplainOptions& options) {
-  std::vector<View> views = keyboard::everyView(options.view);
-  std::erase_if(views, [](const View& view) { return view.dictation; });
-  for (View& view : views) {
-    view.keyplane.variant = {.international_key = true, .dictation_key = true};
-  }
-  return views;
-}
-
 int drawHits(const ExplainOptions& options, const explain::RuleReport& report) {
   if (options.picture.empty() || report.hits.empty()) return kDone;
   const auto picture = explain::drawHits(report.hits, options.dress.quiet);
@@ -122,7 +110,8 @@ int explainRule(const ExplainOptions& options, const ThemeRules& rules) {
     return refuse("--rule " + std::to_string(report.number) + ": " + rules.file() + " has " +
                   std::to_string(count) + " rules for " + options.style + ", counted from 0");
   }
-  const auto hits = explain::hitsOf(report.rule(), report.list.name, rules, viewsOf(options));
+  const auto hits =
+      explain::hitsOf(report.rule(), report.list.name, rules, explain::searchedViews(options.view));
   report.hits = hits;
   const int printed =
       print(options.json ? inLines(explain::ruleJson(report)) : explain::ruleText(report, rules));

@@ -24,6 +24,7 @@
 #include "notify.h"
 #include "render.h"
 #include "replay.h"
+#include "serve.h"
 #include "settings.h"
 #include "suggestion.h"
 #include "tidy_end.h"
@@ -81,6 +82,7 @@ int run(int argc, char** argv) {
   tools::addSettingsCommand(app, status);
   tools::addNotifyCommand(app, status);
   tools::addWatchCommand(app, status);
+  tools::addServeCommand(app, status);
   tools::addKeysCommand(app, status);
   tools::addNamesCommand(app, status);
   tools::addNewCommand(app, status);

@@ -217,19 +217,6 @@ std::optional<std::string> contradictionOfSeveral(const RenderOptions& options) 
   return std::nullopt;
 }
 
-/// What of the view's options would be without effect.
-std::optional<std::string> contradictionOfView(const keyboard::ViewOptions& view) {
-  if (view.dictation && (view.shift || !view.pressed.empty() || !view.disabled.empty())) {
-    return "--dictation shows no keys; leave --press, --disable and --shift out";
-  }
-  const auto plane = keyboard::viewOf(view).keyplane.plane;
-  if (view.shift &&
-      (plane == host::boards::Plane::numbers || plane == host::boards::Plane::numbers_alternate)) {
-    return "--shift is for letters; this keyplane has none";
-  }
-  return std::nullopt;
-}
-
 std::optional<std::string> contradiction(const RenderOptions& options) {
   const std::string output = outputOf(options);
   if (options.all.empty() && isTerminal(output)) {
@@ -247,7 +234,7 @@ std::optional<std::string> contradiction(const RenderOptions& options) {
   if (options.besideSystem && options.dress.system) {
     return "--beside-system has the system's look already; leave --system out";
   }
-  return several ? contradictionOfSeveral(options) : contradictionOfView(options.view);
+  return several ? contradictionOfSeveral(options) : keyboard::contradictionOf(options.view);
 }
 
 int run(RenderOptions& options) {

@@ -87,6 +87,15 @@ constexpr StateWord kStateWords[] = {
 
 }  // namespace
 
+std::vector<View> searchedViews(const keyboard::ViewOptions& options) {
+  std::vector<View> views = keyboard::everyView(options);
+  std::erase_if(views, [](const View& view) { return view.dictation; });
+  for (View& view : views) {
+    view.keyplane.variant = {.international_key = true, .dictation_key = true};
+  }
+  return views;
+}
+
 std::vector<ViewHits> hitsOf(PropertyListView rule, std::string_view list, const ThemeRules& rules,
                              std::span<const View> views) {
   const platform::NSAutoreleasePool pool;

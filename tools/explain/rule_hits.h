@@ -26,6 +26,9 @@ struct ViewHits {
   bool everyKey = false;
 };
 
+/// Every keyplane that the options leave open, with all the keys that it can have.
+std::vector<keyboard::View> searchedViews(const keyboard::ViewOptions& options);
+
 /// Those of `views` whose keyplanes get the list that visual style `list` of `rules` has, with the
 /// keys that `rule` of it hits. Any state counts that a key can be in. Main thread only, in a
 /// process with a keyboard.

@@ -80,6 +80,19 @@ View viewOf(const ViewOptions& options) {
           .disabled = options.disabled};
 }
 
+std::optional<std::string> contradictionOf(const ViewOptions& options) {
+  if (options.dictation &&
+      (options.shift || !options.pressed.empty() || !options.disabled.empty())) {
+    return "--dictation shows no keys; leave --press, --disable and --shift out";
+  }
+  const auto plane = viewOf(options).keyplane.plane;
+  if (options.shift &&
+      (plane == boards::Plane::numbers || plane == boards::Plane::numbers_alternate)) {
+    return "--shift is for letters; this keyplane has none";
+  }
+  return std::nullopt;
+}
+
 std::vector<View> everyView(const ViewOptions& options) {
   std::vector<View> views;
   const auto add = [&](auto... choice) {

@@ -45,6 +45,9 @@ void addStateOptions(CLI::App& command, ViewOptions& options);
 /// Whether `options` say what is done to one keyboard, which makes no sense of several.
 bool namesStates(const ViewOptions& options);
 
+/// What of `options` would be without effect; for people, in the words of the command line.
+std::optional<std::string> contradictionOf(const ViewOptions& options);
+
 /// The one view that `options` mean: a 3.5-inch phone, upright, its small letters, unless they say
 /// otherwise. Shift that is on shows capitals.
 View viewOf(const ViewOptions& options);

@@ -41,6 +41,10 @@ inline constexpr Word<host::boards::Plane> kPlanes[] = {
 inline constexpr Word<host::boards::Shift> kShifts[] = {{"on", host::boards::Shift::on},
                                                         {"locked", host::boards::Shift::locked}};
 
+/// The visual styles under which a theme lists rules.
+inline constexpr std::string_view kVisualStyles[] = {"iPhone-Standard", "iPhone-Alert",
+                                                     "iPad-Standard", "iPad-Alert", "iPad-Split"};
+
 /// Pixels a point.
 inline constexpr Word<int> kScales[] = {{"1", 1}, {"2", 2}};
 

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+namespace tools {
+
+/// Adds `prismal serve`. `status` becomes the exit status of the program when it has run.
+void addServeCommand(CLI::App& app, int& status);
+
+}  // namespace tools

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+#include "device/open_device.h"
+
+namespace tools::serve {
+
+/// What `prismal serve` was asked for.
+struct Options {
+  static constexpr std::uint16_t kUsualPort = 8320;
+
+  std::string theme;
+  std::string other;                ///< a theme to compare with; empty: none
+  device::Place device;             ///< whose user's settings the keyboard begins with
+  std::uint16_t port = kUsualPort;  ///< 0: any that is free
+  bool opens = false;
+  std::filesystem::path library;
+};
+
+}  // namespace tools::serve

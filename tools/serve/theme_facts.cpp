@@ -1,0 +1,52 @@
+#include "serve/theme_facts.h"
+
+#include <algorithm>
+
+#include "theme/theme_source.h"
+#include "watch/theme_files.h"
+
+namespace tools::serve {
+
+namespace {
+
+Json stylesOf(const theme::ThemeSource& source) {
+  Json styles = Json::array();
+  for (const auto& [name, rules] : source.list().objectForKey("Styles").entries()) {
+    styles.push_back({{"name", name}, {"rules", rules.items().size()}});
+  }
+  return styles;
+}
+
+/// Each once, and only those that lie in the theme's folder.
+Json picturesOf(const theme::ThemeSource& source) {
+  Json pictures = Json::array();
+  for (const auto& [key, value] : source.list().objectForKey("BackgroundImages").entries()) {
+    const auto written = value.string().value_or("");
+    const auto path = theme::isDevicePath(written) ? std::nullopt : theme::pathInFolder(written);
+    if (path && std::ranges::find(pictures, Json(*path)) == pictures.end()) {
+      pictures.push_back(*path);
+    }
+  }
+  return pictures;
+}
+
+}  // namespace
+
+bool canBeRead(const std::string& path) {
+  return static_cast<bool>(theme::ThemeSource::read(path));
+}
+
+Json factsOf(const std::string& path) {
+  Json facts = {{"name", theme::themeName(path)},
+                {"files", Json::array()},
+                {"styles", Json::array()},
+                {"pictures", Json::array()}};
+  for (const auto& file : watch::filesOfTheme(path)) facts["files"].push_back(file.string());
+  if (const auto source = theme::ThemeSource::read(path)) {
+    facts["styles"] = stylesOf(*source);
+    facts["pictures"] = picturesOf(*source);
+  }
+  return facts;
+}
+
+}  // namespace tools::serve
