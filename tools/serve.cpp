@@ -13,6 +13,7 @@
 #include "exit_status.h"
 #include "library_path.h"
 #include "output_file.h"
+#include "sandbox/sandbox.h"
 #include "serve/listeners.h"
 #include "serve/options.h"
 #include "serve/supervisor.h"
@@ -57,8 +58,9 @@ std::optional<std::string> missing(const Options& options) {
   return device ? std::nullopt : std::optional(device.reason());
 }
 
-int run(const Options& options) {
+int run(Options& options) {
   if (const auto reason = missing(options)) return refuse(*reason);
+  options.sandbox = sandbox::isToBeUsed(options.sandbox, "serve");
   auto listeners = Listeners::open(options.port);
   if (!listeners) {
     return refuse("port " + std::to_string(options.port) + ": " + listeners.reason() +
@@ -91,6 +93,7 @@ void addServeCommand(CLI::App& app, int& status) {
                    "Begin with the settings of this device's user: the master switch and the "
                    "pictures of their own")
       ->type_name("DIR");
+  sandbox::addSandboxOption(*command, options->sandbox);
   command->add_option("--library", options->library,
                       "The library to load, in place of the one that came with this program");
   command->footer(

@@ -13,7 +13,9 @@
 #include "check/output.h"
 #include "check/report.h"
 #include "explain/theme_rules.h"
+#include "host/files/device_root.h"
 #include "host/system/process.h"
+#include "keyboard/confinement.h"
 #include "platform/foundation.h"
 #include "serve/answers.h"
 #include "serve/passed_socket.h"
@@ -21,6 +23,8 @@
 
 namespace tools::serve {
 
+using host::files::DeviceRoot;
+using host::files::Done;
 using host::files::Result;
 using keyboard::Dress;
 using keyboard::KeyboardProcess;
@@ -47,7 +51,7 @@ Message messageOf(Result<std::string> made) {
 /// theme's.
 Json findingOf(const Dress& dress) {
   if (dress.theme.empty() || canBeRead(dress.theme)) return {};
-  const std::vector<check::Report> reports = {check::checkTheme(dress.theme, dress.library)};
+  const std::vector<check::Report> reports = {check::checkTheme(dress)};
   const Json findings = Json::parse(check::jsonOf(reports))["findings"];
   return findings.empty() ? Json() : findings.front();
 }
@@ -77,6 +81,13 @@ Question questionOf(const Message& asked) {
 Wish wishOf(const Message& asked) {
   const auto word = asked.head["wish"].get<std::string>();
   return std::ranges::find(kWishes, word, &keyboard::Word<Wish>::word)->value;
+}
+
+/// Before the first look into the theme; the keyboard's own start takes more away.
+Result<Done> confine(const Dress& dress) {
+  const auto device = DeviceRoot::open(*dress.private_device, DeviceRoot::Creation::kNever);
+  if (!device) return device.failure();
+  return keyboard::confineToTheme(dress, *device);
 }
 
 void perform(const HostTask& task, const Dress& dress, host::drawing::Fonts& fonts, int socket) {
@@ -151,7 +162,7 @@ void answerAll(const Dress& dress, int socket) {
 void checkOnce(const Dress& dress, int socket) {
   constexpr int kInTheBackground = 10;
   static_cast<void>(nice(kInTheBackground));
-  const std::vector<check::Report> reports = {check::checkTheme(dress.theme, dress.library)};
+  const std::vector<check::Report> reports = {check::checkTheme(dress)};
   if (!reports.front().trouble.empty()) {
     send(socket, refusal(reports.front().trouble, kOwnFault));
     return;
@@ -162,6 +173,10 @@ void checkOnce(const Dress& dress, int socket) {
 }  // namespace
 
 void runHost(const HostTask& task, const Dress& dress, host::drawing::Fonts& fonts, int socket) {
+  if (const auto confined = confine(dress); !confined) {
+    send(socket, refusal(confined.reason(), kNoKeyboard));
+    return;
+  }
   switch (task.role) {
     case Role::performer:
       return perform(task, dress, fonts, socket);

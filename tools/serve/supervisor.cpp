@@ -108,6 +108,8 @@ keyboard::Dress Supervisor::dressFor(const HostTask& task) const {
   keyboard::Dress dress;
   dress.library = options_.library;
   dress.quiet = true;
+  dress.sandboxed = options_.sandbox;
+  dress.private_device = session_.path() / deviceOf(task.number);
   dress.system = task.look == Look::system;
   if (dress.system) return dress;
   dress.theme = task.look == Look::other ? options_.other : options_.theme;
@@ -117,7 +119,7 @@ keyboard::Dress Supervisor::dressFor(const HostTask& task) const {
 
 void Supervisor::startHost(const HostTask& task, Descriptor socket) {
   const std::string folder = folderOf(task.number);
-  const auto made = sessionRoot_->makeDirectories(folder);
+  const auto made = sessionRoot_->makeDirectories(deviceOf(task.number));
   const auto work = [&] {
     channel_ = Descriptor();
     listeners_.sockets.clear();

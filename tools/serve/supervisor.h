@@ -57,6 +57,7 @@ class Supervisor {
   void endAll();
   keyboard::Dress dressFor(const HostTask& task) const;
   std::string folderOf(std::uint64_t host) const { return "host-" + std::to_string(host); }
+  std::string deviceOf(std::uint64_t host) const { return folderOf(host) + "/device"; }
 
   const Options& options_;
   Listeners listeners_;

@@ -41,8 +41,11 @@ Json factsOf(const std::string& path) {
                 {"files", Json::array()},
                 {"styles", Json::array()},
                 {"pictures", Json::array()}};
-  for (const auto& file : watch::filesOfTheme(path)) facts["files"].push_back(file.string());
-  if (const auto source = theme::ThemeSource::read(path)) {
+  const auto source = theme::ThemeSource::read(path);
+  for (const auto& file : watch::filesOfTheme(path, source ? &*source : nullptr)) {
+    facts["files"].push_back(file.string());
+  }
+  if (source) {
     facts["styles"] = stylesOf(*source);
     facts["pictures"] = picturesOf(*source);
   }

@@ -51,19 +51,24 @@ std::vector<std::string> picturesOf(const keyboard::Dress& dress) {
   return bytes ? parted(*bytes).value_or(std::vector<std::string>()) : std::vector<std::string>();
 }
 
-}  // namespace
-
-std::vector<fs::path> filesOfTheme(const keyboard::Dress& dress) {
+std::vector<fs::path> filesOf(const fs::path& path, const std::vector<std::string>& pictures) {
   std::error_code error;
-  const fs::path path = dress.theme;
   // A folder may be gone for the moment; then its name tells.
   const bool isFolder = fs::is_directory(path, error) || path.extension() == ".theme";
   const fs::path list = isFolder ? path / "theme.plist" : path;
   std::vector<fs::path> files = {list};
-  for (const std::string& picture : picturesOf(dress)) {
-    files.push_back(list.parent_path() / picture);
-  }
+  for (const std::string& picture : pictures) files.push_back(list.parent_path() / picture);
   return files;
+}
+
+}  // namespace
+
+std::vector<fs::path> filesOfTheme(const keyboard::Dress& dress) {
+  return filesOf(dress.theme, picturesOf(dress));
+}
+
+std::vector<fs::path> filesOfTheme(const std::string& theme, const theme::ThemeSource* source) {
+  return filesOf(theme, source ? picturesOf(*source) : std::vector<std::string>());
 }
 
 }  // namespace tools::watch
