@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <syslog.h>
+#include <unistd.h>
 #include <utility>
 
 #include "host/plist/description.h"
@@ -33,6 +34,12 @@ struct ArgumentText {
   }
 };
 
+/// Whether anybody takes lines for the system log. Asked first: the C library would prepare the
+/// whole line, for which it reads the time zone, before it notices that nobody does.
+bool somebodyLogs() {
+  return ::access(_PATH_LOG, F_OK) == 0;
+}
+
 /// `format` with each conversion replaced. What an argument holds is never read as a format.
 std::string formatLine(std::string_view format,
                        std::initializer_list<platform::LogArgument> arguments) {
@@ -60,7 +67,7 @@ namespace platform {
 void NSLog(std::string_view format, std::initializer_list<LogArgument> arguments) {
   const std::string line = host::system::formatLine(format, arguments);
   host::runtime::record(host::runtime::Event::Kind::kLog, line);
-  syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
+  if (host::system::somebodyLogs()) syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
   if (const auto& echo = host::system::logEcho()) echo(line);
 }
 
