@@ -18,7 +18,7 @@ using platform::PropertyListView;
 namespace {
 
 constexpr std::string_view kColorNames[] = {
-    "Key ",   "Glass Top ",         "UIKBColorKeyLetter ", "Ember ", "Etch of the Letters ",
+    "Key ",   "Glass Top ",         "Letters of Alerts ", "Ember ", "Etch of the Letters ",
     "Night ", "Return Key Bottom ",
 };
 

@@ -40,6 +40,7 @@ std::optional<std::array<double, 4>> systemComponents(std::string_view name) {
 
 CGColorRef systemColor(std::string_view name) {
   runtime::platformImplementationRuns("UIKBGetNamedColor");
+  if (!ownColors() && !name.starts_with(boards::kColorPrefix)) return {};
   auto& colors = handedOut();
   auto found = colors.find(name);
   if (found == colors.end()) {

@@ -49,14 +49,13 @@ class PlainReader {
 
   PropertyList read() && {
     take(kDeclaration);
-    skipToTag();
+    skipWhiteSpace();
     if (take("<!DOCTYPE plist PUBLIC ")) skipDocumentType();
-    while (place_ < bytes_.size()) {
-      readTag();
-      if (!open_.empty()) readText();
-      skipToTag();
+    for (;;) {
+      open_.empty() ? skipWhiteSpace() : readText();
+      if (place_ == bytes_.size()) break;
+      take("<!--") ? skipComment() : readTag();
     }
-    require(open_.empty());
     return std::move(values_).finish();
   }
 
@@ -84,11 +83,6 @@ class PlainReader {
     while (place_ < bytes_.size() && isWhiteSpace(bytes_[place_])) ++place_;
   }
 
-  /// Skips what may stand between two tags.
-  void skipToTag() {
-    for (skipWhiteSpace(); take("<!--"); skipWhiteSpace()) skipComment();
-  }
-
   void skipComment() {
     const std::size_t end = bytes_.find("--", place_);
     require(end != std::string_view::npos);
@@ -112,7 +106,6 @@ class PlainReader {
     require(take(" "));
     skipQuoted();
     require(take(">"));
-    skipToTag();
   }
 
   void readTag() {

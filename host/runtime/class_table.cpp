@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/runtime/trace.h"
+
 namespace host::runtime {
 
 namespace {
@@ -86,7 +88,7 @@ void setKeyValueObserver(std::function<void(platform::Object, std::string_view)>
 }
 
 void keyValueAccess(platform::Object object, std::string_view key) {
-  if (table().keyValueObserver) table().keyValueObserver(object, key);
+  if (recording() && table().keyValueObserver) table().keyValueObserver(object, key);
 }
 
 std::string methodName(const objc_class* cls, platform::SEL selector) {

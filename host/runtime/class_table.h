@@ -42,7 +42,7 @@ Result send(Receiver receiver, platform::SEL selector, Arguments... arguments) {
   return reinterpret_cast<Method>(code)(receiver, selector, arguments...);
 }
 
-/// Told of every key-value access before it is answered.
+/// Told of every key-value access before it is answered, while events are recorded.
 void setKeyValueObserver(std::function<void(platform::Object, std::string_view)> observer);
 void keyValueAccess(platform::Object object, std::string_view key);
 

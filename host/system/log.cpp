@@ -4,9 +4,10 @@
 #include <charconv>
 #include <chrono>
 #include <cstdint>
-#include <string>
 #include <ctime>
+#include <string>
 #include <syslog.h>
+#include <unistd.h>
 #include <utility>
 
 #include "host/plist/description.h"
@@ -38,6 +39,12 @@ struct ArgumentText {
   }
 };
 
+/// Whether anybody takes lines for the system log. Asked first: the C library would prepare the
+/// whole line, for which it reads the time zone, before it notices that nobody does.
+bool somebodyLogs() {
+  return ::access(_PATH_LOG, F_OK) == 0;
+}
+
 /// `format` with each conversion replaced. What an argument holds is never read as a format.
 std::string formatLine(std::string_view format,
                        std::initializer_list<platform::LogArgument> arguments) {
@@ -68,7 +75,7 @@ bool mayLog() {
 
 /// `line` in the system log, unless there are too many.
 void logToSystem(const std::string& line) {
-  if (mayLog()) syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
+  if (somebodyLogs() && mayLog()) syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
 }
 
 }  // namespace

@@ -25,7 +25,8 @@ BackgroundFilenames buildBackgroundFilenames(PropertyListView themeImages,
                                              PropertyListView userImages) {
   BackgroundFilenames filenames;
   for (const auto& [key, value] : themeImages.entries()) {
-    if (const auto path = value.string()) filenames.emplace(key, *path);
+    // They come in order, so that each belongs behind all others.
+    if (const auto path = value.string()) filenames.emplace_hint(filenames.end(), key, *path);
   }
   for (const auto& [style, orientations] : userImages.entries()) {
     for (const auto& [orientation, value] : orientations.entries()) {

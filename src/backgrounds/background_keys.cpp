@@ -7,7 +7,7 @@ namespace prismal {
 BackgroundKey fullBackgroundKey(std::string_view orientation, std::string_view visualStyle,
                                 std::uint64_t index, std::uint64_t variant) {
   BackgroundKey key;
-  key << orientation << ";" << visualStyle << ";" << index << ";" << variant;
+  key << orientation << ';' << visualStyle << ';' << index << ';' << variant;
   return key;
 }
 
@@ -19,8 +19,8 @@ BackgroundKeys::BackgroundKeys(std::string_view orientation, std::string_view vi
                          ? BackgroundKey() << fullKey
                          : fullBackgroundKey(orientation, visualStyle, index, fallback);
   }
-  keys_[full_] << orientation << ";" << visualStyle << ";" << index;
-  keys_[full_ + 1] << orientation << ";" << visualStyle;
+  keys_[full_] << orientation << ';' << visualStyle << ';' << index;
+  keys_[full_ + 1] << orientation << ';' << visualStyle;
   keys_[full_ + 2] << orientation;
 }
 

@@ -85,6 +85,17 @@ constexpr StyleProperty kStyleProperties[] = {
     {"FontName", ValueType::kString, StylePart::kFontName, &setFontName},
 };
 
+/// The value under `key`. Most dictionaries are so small that a look at each key is quickest.
+PropertyListView valueUnder(std::string_view key, PropertyListView style) {
+  constexpr std::size_t kFew = 8;
+  const auto entries = style.entries();
+  if (entries.size() > kFew) return style.objectForKey(key);
+  for (const auto& entry : entries) {
+    if (entry.key == key) return entry.value;
+  }
+  return {};
+}
+
 /// Calls `visit` with each property that `style` sets, and its value, in the order of the table.
 template <class Visit>
 void forEachSetting(PropertyListView style, Visit visit) {
@@ -93,7 +104,7 @@ void forEachSetting(PropertyListView style, Visit visit) {
   std::size_t remaining = style.entries().size();
   for (const StyleProperty& property : kStyleProperties) {
     if (remaining == 0) return;
-    const PropertyListView value = style.objectForKey(property.key);
+    const PropertyListView value = valueUnder(property.key, style);
     if (!hasType(value, property.type)) continue;
     visit(property, value);
     --remaining;

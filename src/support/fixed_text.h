@@ -19,6 +19,10 @@ class FixedText {
     size_ += length;
     return *this;
   }
+  FixedText& operator<<(char c) {
+    if (size_ < kCapacity) characters_[size_++] = c;
+    return *this;
+  }
   /// Appends a number in decimal.
   FixedText& operator<<(std::int64_t number) { return appendNumber(number); }
   FixedText& operator<<(std::uint64_t number) { return appendNumber(number); }
@@ -28,6 +32,8 @@ class FixedText {
  private:
   template <class Number>
   FixedText& appendNumber(Number number) {
+    // What most numbers here are.
+    if (number >= 0 && number < 10) return *this << static_cast<char>('0' + number);
     char* const end = characters_.data() + kCapacity;
     const auto [next, error] = std::to_chars(characters_.data() + size_, end, number);
     if (error == std::errc()) size_ = static_cast<std::size_t>(next - characters_.data());

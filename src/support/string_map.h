@@ -33,33 +33,29 @@ class StringMap {
 
   /// The value under `text`, until the next insertion; null when there is none.
   const Value* find(std::string_view text) const {
-    if (slots_.empty()) return nullptr;
-    const std::uint64_t hash = hash_(text);
-    const std::uint32_t tag = tagOf(hash);
-    for (std::size_t i = hash & mask();; i = (i + 1) & mask()) {
-      const Slot& slot = slots_[i];
-      if (slot.tag == tag && textAt(slot.text) == text) return &slot.value;
-      if (slot.tag == kFree) return nullptr;
-    }
+    const std::size_t slot = slotOf(text);
+    return slot == kNone ? nullptr : &slots_[slot].value;
   }
 
-  /// Adds a value under `text`, unless there is one.
+  /// Adds a value under `text`, unless there is one; the one that is there then.
   const Value& insert(std::string_view text, Value value) {
-    if (const Value* const known = find(text)) return *known;
-    return add(text, std::move(value));
+    const std::size_t slot = slotOf(text);
+    return slot == kNone ? add(text, std::move(value)) : slots_[slot].value;
   }
 
   /// Adds a value under `text`, in place of one that may be there.
   void assign(std::string_view text, Value value) {
-    if (const Value* const known = find(text)) {
-      const_cast<Value&>(*known) = std::move(value);
-    } else {
+    const std::size_t slot = slotOf(text);
+    if (slot == kNone) {
       add(text, std::move(value));
+    } else {
+      slots_[slot].value = std::move(value);
     }
   }
 
  private:
   static constexpr std::uint32_t kFree = 0;
+  static constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
   struct Slot {
     std::uint32_t tag = kFree;  // of the hash, the bits that do not choose the slot
@@ -82,6 +78,18 @@ class StringMap {
   }
 
   std::size_t mask() const { return slots_.size() - 1; }
+
+  /// The number of the slot that holds `text`; kNone when none does.
+  std::size_t slotOf(std::string_view text) const {
+    if (slots_.empty()) return kNone;
+    const std::uint64_t hash = hash_(text);
+    const std::uint32_t tag = tagOf(hash);
+    for (std::size_t i = hash & mask();; i = (i + 1) & mask()) {
+      const Slot& slot = slots_[i];
+      if (slot.tag == tag && textAt(slot.text) == text) return i;
+      if (slot.tag == kFree) return kNone;
+    }
+  }
 
   std::string_view textAt(std::uint32_t place) const {
     std::uint32_t length = 0;

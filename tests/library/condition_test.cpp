@@ -65,6 +65,26 @@ INSTANTIATE_TEST_SUITE_P(NothingIsTrimmedOrForgiven, Condition,
                                          Case{"**", false}, Case{"Name=A", false},
                                          Case{"KeyName", false}));
 
+TEST(ConditionOfAnyLength, HoldsByTheSameRules) {
+  // Every length around the window in which separators are found, filled in three ways.
+  for (std::size_t length = 1; length < 200; ++length) {
+    const std::string filler(length, 'x');
+    for (const std::string& first : {"KeyName=" + filler + ",A", "KeyName=A," + filler,
+                                     "DisplayType=-" + std::string(length, '-') + "TopRow"}) {
+      EXPECT_TRUE(PMStyleConditionMatches(first, kKey, kState)) << first;
+      EXPECT_TRUE(PMStyleConditionMatches(first + ";Row=Row2,Row1", kKey, kState)) << first;
+      EXPECT_FALSE(PMStyleConditionMatches(first + ";Row=Row2", kKey, kState)) << first;
+      EXPECT_FALSE(PMStyleConditionMatches(first + ";", kKey, kState)) << first;
+      EXPECT_TRUE(PMStyleConditionMatches(first + ";*;x", kKey, kState)) << first;
+      EXPECT_EQ(PMStyleConditionFailure(first + ";Row=2;*", kKey, kState)->term, "Row=2") << first;
+    }
+    EXPECT_FALSE(PMStyleConditionMatches("KeyName=" + filler, kKey, kState)) << length;
+    EXPECT_FALSE(PMStyleConditionMatches("KeyName=" + filler + ",B,C", kKey, kState)) << length;
+    EXPECT_TRUE(PMStyleConditionMatches("Row=" + std::string(length, ',') + "Row1", kKey, kState));
+    EXPECT_FALSE(PMStyleConditionMatches(std::string(length, ';') + "*", kKey, kState)) << length;
+  }
+}
+
 struct Failure {
   std::string_view condition;
   std::string_view term;

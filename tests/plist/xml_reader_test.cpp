@@ -262,6 +262,66 @@ TEST(XmlReader, LimitsTheSize) {
   EXPECT_EQ(readXml(document + ' ').reason, "longer than 64 MiB");
 }
 
+/// What a reading says, with the places of its values.
+std::string told(const Reading& reading) {
+  std::string text = reading.reason + describe(reading.list);
+  for (const auto& entry : reading.list.entries()) {
+    const Position position = positionOf(entry.value);
+    text += ' ' + std::to_string(position.line) + ':' + std::to_string(position.column);
+  }
+  return text;
+}
+
+/// Who asks for the places of keys is served by the parser of all XML, everybody else by the quick
+/// reader where that will do.
+void expectBothReadersAgree(std::string_view document) {
+  KeyPositions keys;
+  EXPECT_EQ(told(readXml(document)), told(readXml(document, keys))) << document;
+}
+
+TEST(XmlReader, ReadsPlainDocumentsAsItReadsAll) {
+  const std::string_view head =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!DOCTYPE plist PUBLIC \"-//A//DTD B 1.0//EN\" "
+      "\"http://localhost/a.dtd\">\n";
+  constexpr std::string_view kBodies[] = {
+      "<plist version=\"1.0\">\n<dict>\n\t<key>a</key>\n\t<string>b</string>\n</dict>\n</plist>\n",
+      "<plist version=\"1.0\"><dict/></plist>",
+      "<!-- a --><dict><key>a<!-- b --> c</key><string> <!-- d --> e <!-- f --> </string></dict>",
+      "<dict><key>&lt;&gt;&amp;&quot;&apos;</key><string>a&amp;b &lt;c</string></dict>",
+      "<dict><key>a</key><string>a&#65;</string><key>b</key><string>&nbsp;</string></dict>",
+      "<dict><key>a</key><string>]]&gt; ] ]] ></string></dict>",
+      "<dict><key>a</key><string>]]></string></dict>",
+      "<dict><key>a</key><string>\xEF\xBF\xBE</string></dict>",
+      "<dict><key>a</key><string>\xEF\xBF\xBD</string></dict>",
+      "<dict><key>a</key><string>1\r\n2\r3</string></dict>",
+      "<dict><key>a</key><string>\x01</string></dict>",
+      "<dict><key>a</key><integer> 7 </integer><key>b</key><real>x</real></dict>",
+      "<dict ><key>a</key ><true /></dict>",
+      "<dict><!-- a -- b --></dict>",
+      "<dict><!-- a",
+      "<dict></dict><dict></dict>",
+      "<plist version=\"1.0\"></plist><dict/>",
+      "<plist version=\"1.0\"><plist version=\"1.0\"/></plist>",
+      "<dict></array>",
+      "<dict></dict></dict>",
+      "<dict>",
+      "<dict><key>a</key></dict>",
+      "<array><string><true/></string></array>",
+      "<plist version=\"1.1\"><dict/></plist>",
+      "<dict/>x",
+      "x<dict/>",
+      "</dict>",
+      "<>",
+      "</>",
+      "<",
+      "",
+  };
+  for (const std::string_view body : kBodies) {
+    expectBothReadersAgree(body);
+    expectBothReadersAgree(std::string(head).append(body));
+  }
+}
+
 TEST(XmlReader, SurvivesEveryTruncationAndChange) {
   const std::string_view whole = samples::kEverything;
   ASSERT_TRUE(readXml(whole)) << readXml(whole).reason;
@@ -274,6 +334,7 @@ TEST(XmlReader, SurvivesEveryTruncationAndChange) {
       changed[i] = static_cast<char>(changed[i] ^ change);
       const Reading reading = readXml(changed);
       EXPECT_EQ(reading.reason.empty(), static_cast<bool>(reading)) << changed;
+      expectBothReadersAgree(changed);
     }
   }
 }

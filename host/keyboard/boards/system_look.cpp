@@ -184,6 +184,9 @@ constexpr bool isKnownPanel(const PanelLook& panel) {
 
 static_assert(std::ranges::all_of(kPanels, isKnownPanel));
 static_assert(isSortedAndUnique(kColors));
+static_assert(std::ranges::all_of(kColors, [](const NamedColor& color) {
+  return color.name.starts_with(kColorPrefix);
+}));
 static_assert(isSortedAndUnique(kGradients));
 static_assert(std::ranges::all_of(kGradients, isKnownColor, &NamedGradient::start));
 static_assert(std::ranges::all_of(kGradients, isKnownColor, &NamedGradient::end));
@@ -199,8 +202,11 @@ std::span<const NamedGradient> systemGradients() {
 }
 
 std::optional<drawing::Rgba> systemColor(std::string_view name) {
-  if (!has(kColors, name)) return std::nullopt;
-  return firstNotBefore(kColors, name)->color;
+  // Names of a theme's own are told at once.
+  if (!name.starts_with(kColorPrefix)) return std::nullopt;
+  const auto* const found = firstNotBefore(kColors, name);
+  if (found == std::end(kColors) || found->name != name) return std::nullopt;
+  return found->color;
 }
 
 const NamedGradient* systemGradient(std::string_view name) {

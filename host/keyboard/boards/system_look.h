@@ -42,6 +42,9 @@ struct KeyLook {
 std::span<const NamedColor> systemColors();
 std::span<const NamedGradient> systemGradients();
 
+/// How the name of each of the system's colours begins.
+inline constexpr std::string_view kColorPrefix = "UIKBColor";
+
 /// The colour of that name; none for a name that the system doesn't know.
 std::optional<drawing::Rgba> systemColor(std::string_view name);
 
