@@ -123,7 +123,8 @@ Result<ThemeStore::Notes> ThemeStore::commit() {
   return notes;
 }
 
-/// The bytes of the merged theme file. A theme that can't be read any more is left out, and told.
+/// The bytes of the merged theme file. A theme that can't be read any more is left out, and told; one
+/// that has just been staged must not be.
 Result<std::string> ThemeStore::mergedTheme(Notes& notes) const {
   std::vector<theme::Layer> layers;
   for (const std::string& name : names_) {
@@ -131,6 +132,8 @@ Result<std::string> ThemeStore::mergedTheme(Notes& notes) const {
     auto list = read(name, isStaged ? kStaged : kThemes);
     if (list) {
       layers.push_back({name, *std::move(list)});
+    } else if (isStaged) {
+      return list.failure();
     } else {
       notes.push_back(name + " is left out: " + list.reason());
     }
