@@ -57,6 +57,8 @@ hb_font_t* openForShaping(const FontFile& file) {
   const auto index = static_cast<unsigned>(file.index);
   const std::unique_ptr<hb_face_t, FreeFace> face(hb_face_create(blob.get(), index & 0xffff));
   hb_font_t* font = hb_font_create(face.get());
+  // What it gives out when it has no memory.
+  if (face.get() == hb_face_get_empty() || font == hb_font_get_empty()) return nullptr;
   if (const unsigned instance = index >> 16) hb_font_set_var_named_instance(font, instance - 1);
   return font;
 }
@@ -66,6 +68,24 @@ double metric(hb_font_t* font, hb_ot_metrics_tag_t tag) {
   hb_position_t units = 0;
   hb_ot_metrics_get_position_with_fallback(font, tag, &units);
   return static_cast<double>(units) / hb_face_get_upem(hb_font_get_face(font));
+}
+
+ScaledFont makeScaled(const FontFace& face, double size_px) {
+  cairo_matrix_t em;
+  cairo_matrix_t identity;
+  cairo_matrix_init_scale(&em, size_px, size_px);
+  cairo_matrix_init_identity(&identity);
+  const FontOptions options(cairo_font_options_create());
+  cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+  // Slight hinting moves outlines up and down alone: flat tops get sharp, widths stay. The fonts'
+  // own hints would not do, for the system font has none.
+  cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
+  cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
+  return ScaledFont(cairo_scaled_font_create(face.get(), &em, &identity, options.get()));
+}
+
+bool hasSucceeded(const ScaledFont& font) {
+  return cairo_scaled_font_status(font.get()) == CAIRO_STATUS_SUCCESS;
 }
 
 }  // namespace
@@ -102,24 +122,13 @@ double Face::unitsPerEm() const {
 }
 
 cairo_scaled_font_t* Face::scaled(double size_px) const {
-  auto [found, is_new] = scaled_.try_emplace(size_px);
-  if (is_new) {
-    cairo_matrix_t em;
-    cairo_matrix_t identity;
-    cairo_matrix_init_scale(&em, size_px, size_px);
-    cairo_matrix_init_identity(&identity);
-    const FontOptions options(cairo_font_options_create());
-    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
-    // Slight hinting moves outlines up and down alone: flat tops get sharp, widths stay. The fonts'
-    // own hints would not do, for the system font has none.
-    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
-    cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-    found->second.reset(cairo_scaled_font_create(cairo_face_.get(), &em, &identity, options.get()));
-    if (cairo_scaled_font_status(found->second.get()) != CAIRO_STATUS_SUCCESS) {
-      found->second.reset();
-    }
+  if (const auto known = scaled_.find(size_px); known != scaled_.end()) {
+    if (hasSucceeded(known->second)) return known->second.get();
+    scaled_.erase(known);
   }
-  return found->second.get();
+  ScaledFont font = makeScaled(cairo_face_, size_px);
+  if (!hasSucceeded(font)) return nullptr;
+  return scaled_.emplace(size_px, std::move(font)).first->second.get();
 }
 
 }  // namespace host::drawing

@@ -24,6 +24,9 @@ class Face {
   static std::unique_ptr<Face> open(const FontLibrary& library, const FontFile& file,
                                     FontTraits traits);
 
+  /// False once something has failed for cairo, which keeps its errors for ever.
+  bool isSound() const { return cairo_font_face_status(cairo_face_.get()) == CAIRO_STATUS_SUCCESS; }
+
   bool has(char32_t character) const;
   /// What the face was looked up for.
   FontTraits traits() const { return traits_; }
@@ -35,7 +38,8 @@ class Face {
   double xHeight() const { return x_height_; }
   /// Whether its glyphs are shapes, and neither bitmaps nor in colours of their own.
   bool hasOutlines() const { return has_outlines_; }
-  /// For drawing at `size_px` pixels an em; owned by the face. Null when cairo refuses.
+  /// For drawing at `size_px` pixels an em; owned by the face until the next call. Null when cairo
+  /// refuses.
   cairo_scaled_font_t* scaled(double size_px) const;
 
  private:

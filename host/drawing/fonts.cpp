@@ -15,12 +15,13 @@ struct Fonts::State {
   std::map<std::string, const Face*, std::less<>> by_name;
   std::map<std::pair<const Face*, char32_t>, const Face*> by_character;
 
-  const Face* face(const std::optional<FontFile>& file, FontTraits traits) {
-    if (!file) return nullptr;
+  /// A file that can't be opened is asked for again the next time: what was missing then, memory or
+  /// a descriptor, may be there by now.
+  const Face* face(const FontFile& file, FontTraits traits) {
+    if (const auto known = open.find(file); known != open.end()) return known->second.get();
     if (!library) library = startFontLibrary();
-    auto [found, is_new] = open.try_emplace(*file);
-    if (is_new) found->second = Face::open(library, *file, traits);
-    return found->second.get();
+    auto face = Face::open(library, file, traits);
+    return face ? open.emplace(file, std::move(face)).first->second.get() : nullptr;
   }
 };
 
@@ -29,24 +30,29 @@ Fonts::~Fonts() = default;
 
 const Face* Fonts::named(std::string_view name) {
   if (const auto known = state_->by_name.find(name); known != state_->by_name.end()) {
-    return known->second;
+    if (known->second->isSound()) return known->second;
+    state_ = std::make_unique<State>();
   }
   const FontTraits traits = traitsOf(name);
-  const Face* face = state_->face(state_->files.named(name), traits);
-  if (!face) face = state_->face(state_->files.system(traits), traits);
-  state_->by_name.emplace(name, face);
-  return face;
+  for (const auto& file : {state_->files.named(name), state_->files.system(traits)}) {
+    if (!file) continue;
+    const Face* const face = state_->face(*file, traits);
+    if (face) state_->by_name.emplace(name, face);
+    return face;
+  }
+  return nullptr;
 }
 
 const Face* Fonts::covering(char32_t character, const Face* preferred) {
   if (!preferred || preferred->has(character)) return preferred;
-  auto [known, is_new] = state_->by_character.try_emplace({preferred, character}, preferred);
-  if (is_new) {
-    const FontTraits traits = preferred->traits();
-    const Face* found = state_->face(state_->files.covering(character, traits), traits);
-    if (found) known->second = found;
-  }
-  return known->second;
+  const auto known = state_->by_character.find({preferred, character});
+  if (known != state_->by_character.end()) return known->second;
+  const FontTraits traits = preferred->traits();
+  const auto file = state_->files.covering(character, traits);
+  const Face* const found = file ? state_->face(*file, traits) : preferred;
+  if (!found) return preferred;
+  state_->by_character.emplace(std::pair(preferred, character), found);
+  return found;
 }
 
 }  // namespace host::drawing

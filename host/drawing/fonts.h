@@ -16,8 +16,8 @@ class Fonts {
   Fonts(const Fonts&) = delete;
   Fonts& operator=(const Fonts&) = delete;
 
-  /// The face that `name` stands for (see TextStyle::font_name); null only where no font at all is
-  /// installed. Lives as long as the collection.
+  /// The face that `name` stands for (see TextStyle::font_name); null where no font at all is
+  /// installed, or while it can't be opened. Lives until the next call of this function.
   const Face* named(std::string_view name);
   /// A face that has `character`: `preferred` if it does, else the installed one that goes best
   /// with it, else `preferred`.

@@ -12,6 +12,7 @@
 #include "hooks/previous_implementations.h"
 #include "platform/runtime.h"
 #include "styles/key_traits_hook.h"
+#include "support/no_throw.h"
 
 namespace prismal {
 
@@ -57,13 +58,18 @@ void installHooks() {
        previous.cacheEnabled},
   };
 
-  platform::MSHookFunction(reinterpret_cast<IMP>(&platform::UIKBGetNamedColor),
-                           reinterpret_cast<IMP>(&PMNamedColorReplacement),
-                           previous.UIKBGetNamedColor.slot());
+  // One that fails must not keep the others from being installed.
+  withoutThrowing([] {
+    platform::MSHookFunction(reinterpret_cast<IMP>(&platform::UIKBGetNamedColor),
+                             reinterpret_cast<IMP>(&PMNamedColorReplacement),
+                             previous.UIKBGetNamedColor.slot());
+  });
   for (const MethodHook& hook : methodHooks) {
     if (!hook.target) continue;
-    platform::MSHookMessageEx(hook.target, platform::sel_registerName(hook.selector),
-                              hook.replacement, hook.slot);
+    withoutThrowing([&] {
+      platform::MSHookMessageEx(hook.target, platform::sel_registerName(hook.selector),
+                                hook.replacement, hook.slot);
+    });
   }
 }
 

@@ -119,7 +119,9 @@ Result<ThemeStore::Notes> ThemeStore::commit() {
   if (!device_.exists(kOrder) && device_.exists(kMergedTheme)) {
     notes.push_back(std::string(kMergedTheme) + ": not made by install; it is replaced");
   }
-  const auto merged = mergedFile(layers(notes), notes);
+  const auto themes = layers(notes);
+  if (!themes) return themes.failure();
+  const auto merged = mergedFile(*themes, notes);
   if (!merged) return merged.failure();
   auto order = device_.prepareFile(kOrder, orderFile(), Durability::kSynced);
   if (!order) return at(kOrder, order.failure());
@@ -136,7 +138,9 @@ Result<bool> ThemeStore::finish() const {
   if (!device_.exists(kOrder)) return false;
   Notes unreadable;
   Notes leftOut;
-  const auto merged = mergedFile(layers(unreadable), leftOut);
+  const auto themes = layers(unreadable);
+  if (!themes) return themes.failure();
+  const auto merged = mergedFile(*themes, leftOut);
   if (!merged) return merged.failure();
   // What can't be read now was merged while it could.
   if (!unreadable.empty()) return false;
@@ -147,14 +151,17 @@ Result<bool> ThemeStore::finish() const {
   return true;
 }
 
-/// From the lowest up. A theme that can't be read any more is left out, and told.
-std::vector<theme::Layer> ThemeStore::layers(Notes& unreadable) const {
+/// From the lowest up. A theme that can't be read any more is left out, and told; one that has just
+/// been staged must not be.
+Result<std::vector<theme::Layer>> ThemeStore::layers(Notes& unreadable) const {
   std::vector<theme::Layer> layers;
   for (const std::string& name : names_) {
     const bool isStaged = std::ranges::find(staged_, name) != staged_.end();
     auto list = read(name, isStaged ? kStaged : kThemes);
     if (list) {
       layers.push_back({name, *std::move(list)});
+    } else if (isStaged) {
+      return list.failure();
     } else {
       unreadable.push_back(name + " is left out: " + list.reason());
     }

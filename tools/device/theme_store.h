@@ -50,7 +50,7 @@ class ThemeStore {
 
   host::files::Result<platform::PropertyList> read(std::string_view name,
                                                    std::string_view folder) const;
-  std::vector<theme::Layer> layers(Notes& unreadable) const;
+  host::files::Result<std::vector<theme::Layer>> layers(Notes& unreadable) const;
   std::string orderFile() const;
   host::files::Result<host::files::Done> moveStaged() const;
 
