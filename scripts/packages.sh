@@ -2,12 +2,13 @@
 # there.
 
 # packages_for_...: what is needed to build, to draw the pictures and photographs, to make the
-# package, by Debian's names.
+# package, to fuzz, by Debian's names.
 packages_for_build="g++ cmake ninja-build pkg-config libexpat1-dev libpng-dev libjpeg62-turbo-dev \
 libdeflate-dev libcairo2-dev libfreetype-dev libharfbuzz-dev libfontconfig-dev fontconfig fonts-inter \
 nlohmann-json3-dev libcli11-dev libgtest-dev"
 packages_for_pictures="librsvg2-bin"
 packages_for_package="lowdown dpkg-dev"
+packages_for_fuzz="clang-14 libclang-rt-14-dev llvm-14 libplist-dev"
 packages_for_photographs="povray povray-includes libjpeg-turbo-progs"
 
 install_packages() {
