@@ -1,4 +1,4 @@
-// The reader of binary property lists, and the writers of all forms behind it. What does not begin
+// The reader of binary property lists, and the writers of both forms behind it. What does not begin
 // like a binary list is taken for its objects, each behind its length, and gets the offsets and the
 // trailer that it needs: bytes that are changed one by one hardly ever keep those in order.
 

@@ -1,4 +1,4 @@
-// Themes as JSON: the reader of `prismal convert`, and the writers of all forms behind it.
+// Themes as JSON: the reader of `prismal convert`, and the writers of all three forms behind it.
 
 #include "convert/json_reader.h"
 #include "support/plist_checks.h"
@@ -11,6 +11,8 @@ int LLVMFuzzerInitialize(int*, char***) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   const auto reading = tools::convert::readJson(fuzz::textOf(bytes, size));
   fuzz::requireReadingOrReason(reading.list, reading.reason);
-  if (reading) fuzz::requireWritable(reading.list);
+  if (!reading) return 0;
+  fuzz::requireWritableAsJson(reading.list);
+  fuzz::requireWritable(reading.list);
   return 0;
 }

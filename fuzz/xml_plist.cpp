@@ -1,4 +1,4 @@
-// The reader of XML property lists, and the writers of all forms behind it.
+// The reader of XML property lists, and the writers of both forms behind it.
 
 #include "convert/difference.h"
 #include "host/plist/key_positions.h"
