@@ -15,6 +15,13 @@ if(PRISMAL_SANITIZE)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(prismal_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(PRISMAL_FUZZ)
+  # The standard library's own checks find what lies inside an allocation, but outside its object.
+  target_compile_definitions(prismal_options INTERFACE _GLIBCXX_ASSERTIONS)
+  target_compile_options(prismal_options INTERFACE
+    -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(prismal_options INTERFACE -fsanitize=address,undefined)
+endif()
 
 # An object library: its objects go whole into whatever is linked from it, so that a platform symbol
 # that only the dynamic library refers to is not dropped. It must be built from the targets that it

@@ -2,7 +2,7 @@
 # there.
 
 # packages_for_...: what is needed to build, to draw the pictures and photographs, to make the
-# package, to measure, to test the page, by Debian's names.
+# package, to measure, to test the page, to fuzz, by Debian's names.
 packages_for_build="g++ cmake ninja-build pkg-config libexpat1-dev libpng-dev libjpeg62-turbo-dev \
 libdeflate-dev libcairo2-dev libfreetype-dev libharfbuzz-dev libfontconfig-dev fontconfig fonts-inter \
 nlohmann-json3-dev libcli11-dev libcpp-httplib-dev libgtest-dev"
@@ -11,6 +11,7 @@ packages_for_package="lowdown dpkg-dev"
 packages_for_bench="libbenchmark-dev libboost1.81-dev libplist-dev librsvg2-bin \
 libjpeg-turbo-progs python3"
 packages_for_page="chromium procps"
+packages_for_fuzz="clang-14 libclang-rt-14-dev llvm-14 libplist-dev"
 packages_for_photographs="povray povray-includes libjpeg-turbo-progs"
 
 install_packages() {

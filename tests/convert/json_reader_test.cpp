@@ -81,6 +81,7 @@ TEST(JsonReader, RefusesWithThePlaceOfTheToken) {
       {"{\"$date\": \"yesterday\"}", "line 1, column 1: expected a date like"},
       {"\"\xFF\"", "line 1, column 2: syntax error"},
       {"\"\\ud800\"", "line 1, column 8: syntax error"},
+      {"[\"\xC2\x9B\n", "line 1, column 4: syntax error"},
       {repeated("[", host::plist::kMaxDepth + 1),
        "line 1, column 513: nested deeper than 512 levels"},
       {repeated("[", host::plist::kMaxDepth) + "{\"a\": 1}", "line 1, column 513: nested deeper"},
@@ -89,7 +90,7 @@ TEST(JsonReader, RefusesWithThePlaceOfTheToken) {
     const auto reading = readJson(c.json);
     ASSERT_FALSE(reading) << c.json;
     EXPECT_EQ(reading.reason.substr(0, c.reason.size()), c.reason);
-    EXPECT_EQ(reading.reason.find('\n'), std::string::npos);
+    EXPECT_EQ(reading.reason, host::plist::escapeControls(reading.reason));
   }
 }
 

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "host/plist/description.h"
 #include "reading.h"
 
 namespace tools::scenario {
@@ -58,6 +59,7 @@ TEST(Reader, SaysWhereTextIsNoJson) {
   };
   for (const auto& [text, start] : kCases) {
     EXPECT_TRUE(faultOf(text).starts_with(start)) << text << " -> " << faultOf(text);
+    EXPECT_EQ(faultOf(text), host::plist::escapeControls(faultOf(text)));
   }
 }
 
