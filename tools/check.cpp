@@ -218,8 +218,10 @@ void addOptions(CLI::App& command, CheckOptions& options) {
   command.add_flag("--quiet", options.quiet,
                    "Print neither findings nor summary: the exit status tells");
   command.add_flag("--list", options.list, "List all rules and do no more");
-  command.add_option("--library", options.library,
-                     "The library to load, in place of the one that came with this program");
+  command
+      .add_option("--library", options.library,
+                  "The library to load, in place of the one that came with this program")
+      ->type_name("FILE");
 }
 
 }  // namespace

@@ -182,7 +182,8 @@ void addStyleOption(CLI::App& command, ExplainOptions& options) {
 }
 
 void addQuestionOptions(CLI::App& command, ExplainOptions& options) {
-  command.add_option("--key", options.key, "The key to explain, by its name or its label");
+  command.add_option("--key", options.key, "The key to explain, by its name or its label")
+      ->type_name("KEY");
   command
       .add_option("--rule", options.rule,
                   "In place of a key: which keys the rule of that number hits, counted from 0")

@@ -187,8 +187,10 @@ void addWatchCommand(CLI::App& app, int& status) {
   command->add_option("--scale", options->scale, "Pixels a point [2]")
       ->check(CLI::IsMember({1, 2}).description(""))
       ->type_name("1|2");
-  command->add_option("--library", options->dress.library,
-                      "The library to load, in place of the one that came with this program");
+  command
+      ->add_option("--library", options->dress.library,
+                   "The library to load, in place of the one that came with this program")
+      ->type_name("FILE");
   command->add_flag(
       "--quiet", options->dress.quiet,
       "Don't tell of drawings, of faults that the library logs, nor of missing pictures");

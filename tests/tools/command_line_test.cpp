@@ -52,7 +52,9 @@ class CommandLine : public Command {
 
   /// What bash proposes for the last word of `words`.
   std::string proposals(const std::string& words) const {
-    return shell("bash", "source ./completion\nCOMP_WORDS=(" + words +
+    const std::string place = fs::path(PRISMAL).parent_path().string();
+    return shell("bash", "PATH='" + place + "':\"$PATH\" XDG_DATA_HOME=\"$PWD\"\n" +
+                             "export XDG_DATA_HOME\nsource ./completion\nCOMP_WORDS=(" + words +
                              ")\nCOMP_CWORD=$(( ${#COMP_WORDS[@]} - 1 ))\n_prismal\n"
                              "printf '%s ' \"${COMPREPLY[@]}\"\n");
   }
@@ -96,7 +98,7 @@ TEST_F(CommandLine, CompletionsAndManualHaveEveryOption) {
     const auto start = manual.find("## prismal " + command + "\n");
     ASSERT_NE(start, std::string::npos) << command;
     const std::string section = manual.substr(start, manual.find("\n## ", start) - start);
-    const std::string bashOptions = "\n    " + command + "\\) options='[^']*";
+    const std::string bashOptions = "\n    '" + command + "'\\) options='[^']*";
     const std::string fishOptions = "_from " + command + "'[^\n]* -l ";
     for (const std::string& option : optionsOf(command)) {
       const auto inBash = std::regex(bashOptions + option + "[ ']");
@@ -111,11 +113,29 @@ TEST_F(CommandLine, CompletionsAndManualHaveEveryOption) {
   EXPECT_EQ(prismal("completion tcsh").status, 2);
 }
 
+TEST_F(CommandLine, TheManualShowsHowToCallEach) {
+  const std::string manual = prismal("manual").output;
+  for (const std::string line :
+       {"    prismal check [OPTION...] [THEME...]\n", "    prismal install [OPTION...] THEME...\n",
+        "    prismal render [OPTION...] [THEME]\n", "    prismal uninstall [OPTION...] [NAME...]\n",
+        "    prismal settings usePrismal [OPTION...] on|off\n",
+        "    prismal settings background [OPTION...] STYLE Portrait|Landscape [PICTURE]\n",
+        "\n### prismal settings background\n", "\nExample:\n\n    prismal notify settings\n",
+        "\nExamples:\n\n    prismal settings usePrismal off\n"}) {
+    EXPECT_NE(manual.find(line), std::string::npos) << line;
+  }
+}
+
 TEST_F(CommandLine, BashCompletes) {
   write("completion", prismal("completion bash").output);
   EXPECT_EQ(shell("bash", "bash -n ./completion"), "");
   write("a theme.plist", "");
   fs::create_directory(folder() / "a folder");
+  // What is listed is text and nothing else.
+  for (const std::string name : {"My Linen", "$(touch harm)"}) {
+    write(name + ".theme/theme.plist", "<dict/>");
+    ASSERT_EQ(prismal("install '" + name + ".theme'").status, 0);
+  }
   struct Case {
     std::string words;
     std::string proposals;
@@ -133,8 +153,23 @@ TEST_F(CommandLine, BashCompletes) {
       {"prismal names ''", " "},
       {"prismal convert --to j", "json "},
       {"prismal nonsense ''", " "},
+      {"prismal render render ''", " "},
+      {"prismal settings ''", "usePrismal background "},
+      {"prismal settings --device-root background ''", "usePrismal background "},
+      {"prismal settings usePrismal o", "on off "},
+      {"prismal settings background iPhone-A", "iPhone-Alert "},
+      {"prismal settings background iPad-Split ''", "Portrait Landscape "},
+      {"prismal settings background iPad-Split Portrait 'a t'", "a theme.plist "},
+      {"prismal settings background --rem", "--remove "},
+      {"prismal check x --select no-", "no-section "},
+      {"prismal check --ignore image-mis", "image-missing "},
+      {"prismal explain --rule 1 --style iPad-Sp", "iPad-Split "},
+      {"prismal explain --key ''", " "},
+      {"prismal uninstall ''", "$(touch harm) My Linen "},
+      {"prismal uninstall x My", "My Linen "},
   };
   for (const auto& [words, expected] : cases) EXPECT_EQ(proposals(words), expected) << words;
+  EXPECT_FALSE(fs::exists(folder() / "harm"));
 }
 
 TEST_F(CommandLine, OtherShellsReadTheirs) {
