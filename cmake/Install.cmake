@@ -28,18 +28,20 @@ install(FILES ${made}/prismal.fish DESTINATION ${share}/fish/vendor_completions.
 # Manual pages are the documents of docs/ in another dress.
 find_program(LOWDOWN lowdown DOC "Makes manual pages of Markdown; without it there are none")
 
-# prismal_manual(NAME SECTION SUMMARY PAGE [COMMANDS]): COMMANDS is a file of more Markdown.
-function(prismal_manual name section summary page)
+# prismal_manual(NAME SECTION SUMMARY SEE_ALSO PAGE [COMMANDS]): COMMANDS is a file of more Markdown.
+function(prismal_manual name section summary see_also page)
   set(markdown ${made}/${name}.md)
   set(manual ${made}/${name}.${section})
   add_custom_command(OUTPUT ${manual}
     COMMAND ${CMAKE_COMMAND} -D PAGE=${PROJECT_SOURCE_DIR}/${page} -D NAME=${name}
-      -D SUMMARY=${summary} -D COMMANDS=${ARGN} -D OUTPUT=${markdown}
+      -D SUMMARY=${summary} -D SEE_ALSO=${see_also} -D COMMANDS=${ARGN} -D OUTPUT=${markdown}
       -P ${PROJECT_SOURCE_DIR}/cmake/man_page.cmake
     COMMAND ${LOWDOWN} -s -t man --nroff-nolinks --parse-no-metadata --out-no-smarty
       -M title=${name} -M section=${section} -M source=Prismal -o ${manual} ${markdown}
-    # Names are no words: broken at a hyphen or stretched over a line they can't be copied.
-    COMMAND sed -i "/^.TH/a .nr HY 0\\n.hy 0\\n.ad l" ${manual}
+    # Names are no words: broken at a hyphen or stretched over a line they can't be copied. A table
+    # that expands to the width of the line leaves no room between columns when it needs all of it.
+    COMMAND sed -i -e "/^.TH/a .nr HY 0\\n.hy 0\\n.ad l"
+      -e "s/tab(|) expand allbox/tab(|) allbox/" ${manual}
     DEPENDS ${page} cmake/man_page.cmake ${ARGN} VERBATIM)
   set(made_files ${made_files} ${manual} PARENT_SCOPE)
   install(FILES ${manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section})
@@ -48,8 +50,9 @@ endfunction()
 if(LOWDOWN)
   add_custom_command(OUTPUT ${made}/commands.md
     COMMAND prismal_command manual > ${made}/commands.md DEPENDS prismal_command VERBATIM)
-  prismal_manual(prismal 1 "draw keyboard themes on the desk" docs/command.md ${made}/commands.md)
-  prismal_manual(prismal-theme 5 "the format of keyboard themes" docs/theme-format.md)
+  prismal_manual(prismal 1 "draw keyboard themes on the desk" "prismal-theme(5)" docs/command.md
+    ${made}/commands.md)
+  prismal_manual(prismal-theme 5 "the format of keyboard themes" "prismal(1)" docs/theme-format.md)
 else()
   message(STATUS "No lowdown: manual pages are left out")
 endif()

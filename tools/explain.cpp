@@ -171,7 +171,8 @@ void addStyleOption(CLI::App& command, ExplainOptions& options) {
 }
 
 void addQuestionOptions(CLI::App& command, ExplainOptions& options) {
-  command.add_option("--key", options.key, "The key to explain, by its name or its label");
+  command.add_option("--key", options.key, "The key to explain, by its name or its label")
+      ->type_name("KEY");
   command
       .add_option("--rule", options.rule,
                   "In place of a key: which keys the rule of that number hits, counted from 0")
@@ -205,9 +206,9 @@ void addExplainCommand(CLI::App& app, int& status) {
       "doesn't;\n"
       "2 wrong usage, or something that can't be read, loaded or written.\n\n"
       "Examples:\n"
-      "  prismal explain examples/Dusk.theme --key return\n"
-      "  prismal explain examples/Dusk.theme --key Shift-Key --shift locked --device tablet\n"
-      "  prismal explain examples/Dusk.theme --rule 3 --style iPhone-Standard -o hits.png");
+      "  prismal explain Evening.theme --key return\n"
+      "  prismal explain Evening.theme --key Shift-Key --shift locked --device tablet\n"
+      "  prismal explain Evening.theme --rule 3 --style iPhone-Standard -o hits.png");
   command->callback([options, &status] { status = run(*options); });
 }
 

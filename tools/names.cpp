@@ -107,8 +107,8 @@ void addNamesCommand(CLI::App& app, int& status) {
       "names", "Every colour and gradient that the system's keyboard asks for by name");
   command->add_flag("--json", options->json, "The same as JSON");
   command->footer(
-      "A theme that defines one of these names recolours what uses it. Lower edges of keys show\n"
-      "only without the library, which takes them away.\n\n"
+      "A theme that defines one of these names recolours what uses it. Of lower edges the library\n"
+      "leaves that of the dictation panel's Done key; the others show without it alone.\n\n"
       "Examples:\n"
       "  prismal names | grep Return\n"
       "  prismal names --json");

@@ -136,14 +136,15 @@ void addReplayCommand(CLI::App& app, int& status) {
   command->add_option("FILE", options->files, "Scenario files, each played in a process of its own")
       ->required();
   command->add_flag("--quiet", options->quiet, "Print no output lines, only what doesn't hold");
-  command->add_option("--library", options->library,
-                      "The library to load, in place of the one "
-                      "that came with this program");
+  command
+      ->add_option("--library", options->library,
+                   "The library to load, in place of the one that came with this program")
+      ->type_name("FILE");
   command->footer(
       "Prints one JSON object a step on standard output.\n"
       "Exit status: 0 every expectation holds, 1 one doesn't, 2 a malformed scenario or a library\n"
       "that can't be loaded.\n\n"
-      "Example: prismal replay --quiet tests/scenarios/*.json");
+      "Example: prismal replay --quiet evening.json");
   command->callback([options, &status] { status = replayAll(*options); });
 }
 

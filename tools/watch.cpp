@@ -211,8 +211,10 @@ void addWatchCommand(CLI::App& app, int& status) {
   command->add_option("--scale", options->scale, "Pixels a point [2]")
       ->check(CLI::IsMember({1, 2}).description(""))
       ->type_name("1|2");
-  command->add_option("--library", options->dress.library,
-                      "The library to load, in place of the one that came with this program");
+  command
+      ->add_option("--library", options->dress.library,
+                   "The library to load, in place of the one that came with this program")
+      ->type_name("FILE");
   command->add_flag(
       "--quiet", options->dress.quiet,
       "Don't tell of drawings, of faults that the library logs, nor of missing pictures");
@@ -221,7 +223,7 @@ void addWatchCommand(CLI::App& app, int& status) {
       "The theme's property list and the pictures that it names are watched. While the theme "
       "can't\n"
       "be read, the last good picture stays, and standard error says what is wrong.\n\n"
-      "Example: prismal watch Dusk.theme -o dusk.png --device tablet");
+      "Example: prismal watch Evening.theme -o evening.png --device tablet");
   command->callback([options, &status] { status = run(*options); });
 }
 

@@ -30,5 +30,10 @@ grep -q 'libprismal.so' "$scratch/log"
 
 # A manual is searched by the line below its first heading.
 for page in share/man/man1/prismal.1 share/man/man5/prismal-theme.5; do
-  if [ -e "$page" ]; then grep -qE '^prismal(-theme)? \\?- ' "$page" || { echo "no name: $page"; exit 1; }; fi
+  [ -e "$page" ] || continue
+  grep -qE '^prismal(-theme)? \\?- ' "$page" || { echo "no name: $page"; exit 1; }
+  # Where columns run into each other, and where text is cut.
+  command -v groff >/dev/null || continue
+  groff -man -t -Kutf8 -Tutf8 -rLL=80n "$page" 2>"$scratch/log" >/dev/null
+  if grep 'wider than line width' "$scratch/log"; then echo "too wide a table: $page"; exit 1; fi
 done

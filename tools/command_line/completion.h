@@ -2,8 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
+
+#include "command_line/model.h"
 
 namespace tools::command_line {
 
@@ -17,7 +20,7 @@ inline constexpr ShellWord kShells[] = {
     {"bash", Shell::kBash}, {"zsh", Shell::kZsh}, {"fish", Shell::kFish}};
 
 /// What makes the shell complete the command line that `app` defines: a file for the folder in
-/// which it keeps such files.
-std::string completionFor(Shell shell, const CLI::App& app);
+/// which it keeps such files. `vocabulary` has the values that the definition doesn't spell out.
+std::string completionFor(Shell shell, const CLI::App& app, std::span<const Vocabulary> vocabulary);
 
 }  // namespace tools::command_line

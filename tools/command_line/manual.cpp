@@ -19,14 +19,20 @@ std::string plain(std::string_view text) {
   return result;
 }
 
-std::string synopsis(const Command& command) {
+std::string synopsisLine(const Command& command) {
   std::string line = "    prismal " + command.name;
   if (!command.options.empty()) line += " [OPTION...]";
   for (const Option& positional : command.positionals) {
-    line +=
-        positional.required ? " " + positional.placeholder : " [" + positional.placeholder + "]";
+    const std::string argument = positional.placeholder + (positional.repeats ? "..." : "");
+    line += positional.required ? " " + argument : " [" + argument + "]";
   }
-  return line + "\n\n";
+  return line + "\n";
+}
+
+std::string synopsis(const Command& command) {
+  std::string lines = synopsisLine(command);
+  for (const Command& nested : command.commands) lines += synopsisLine(nested);
+  return lines + "\n";
 }
 
 /// A term and what it means, as a definition list has them.
@@ -52,6 +58,7 @@ std::string footer(std::string_view text) {
   }
   result += "\n";
   if (start == text.npos) return result;
+  result += text.substr(start).starts_with("Examples") ? "Examples:\n\n" : "Example:\n\n";
   const auto lines = CLI::detail::split(std::string(text.substr(start)), '\n');
   for (const std::string& line : lines) {
     const bool isHeading = line.starts_with("Example") && line.ends_with(":");
@@ -64,16 +71,27 @@ std::string footer(std::string_view text) {
   return result + "\n";
 }
 
+/// Arguments and options, each with what it means.
+std::string definitions(const Command& command) {
+  std::string text;
+  for (const Option& positional : command.positionals) text += definition(positional);
+  for (const Option& option : command.options) text += definition(option);
+  return text;
+}
+
+std::string nestedCommand(const Command& command) {
+  return "### prismal " + command.name + "\n\n" + plain(command.description) + ".\n\n" +
+         definitions(command);
+}
+
 }  // namespace
 
 std::string manualOf(const CLI::App& app) {
   std::string text;
   for (const Command& command : commandsOf(app)) {
     text += "## prismal " + command.name + "\n\n" + plain(command.description) + ".\n\n" +
-            synopsis(command);
-    for (const Option& positional : command.positionals) text += definition(positional);
-    for (const Option& option : command.options) text += definition(option);
-    text += footer(command.footer);
+            synopsis(command) + definitions(command) + footer(command.footer);
+    for (const Command& nested : command.commands) text += nestedCommand(nested);
   }
   return text;
 }

@@ -9,7 +9,8 @@ constexpr struct {
   std::string_view placeholder;
   Value value;
 } kPlaceholders[] = {{"DIR", Value::kDirectory}, {"KEY", Value::kOther},  {"NAME", Value::kOther},
-                     {"INT", Value::kOther},     {"UINT", Value::kOther}, {"FLOAT", Value::kOther}};
+                     {"INT", Value::kOther},     {"UINT", Value::kOther}, {"FLOAT", Value::kOther},
+                     {"N", Value::kOther}};
 
 Value valueOf(std::string_view placeholder) {
   if (placeholder.find('|') != placeholder.npos) return Value::kWords;
@@ -17,6 +18,16 @@ Value valueOf(std::string_view placeholder) {
     if (known.placeholder == placeholder) return known.value;
   }
   return Value::kFile;
+}
+
+/// Looks `option` of `command` up.
+void spellOut(Option& option, std::string_view command, std::span<const Vocabulary> vocabulary) {
+  for (const Vocabulary& entry : vocabulary) {
+    if (entry.command != command || entry.placeholder != option.placeholder) continue;
+    option.value = entry.lister.empty() ? Value::kWords : Value::kListed;
+    option.words = entry.words;
+    option.lister = entry.lister;
+  }
 }
 
 Option optionOf(const CLI::Option& definition) {
@@ -27,6 +38,7 @@ Option optionOf(const CLI::Option& definition) {
   option.required = definition.get_required();
   if (definition.get_items_expected_max() == 0) return option;
   const bool isPositional = option.names.empty();
+  option.repeats = isPositional && definition.get_items_expected_max() > 1;
   // A positional goes by its name unless it says what it takes.
   const std::string type = definition.get_type_name();
   const bool named = isPositional && (type.empty() || type == "TEXT");
@@ -45,20 +57,53 @@ std::vector<Option> all(const CLI::App& app, bool positional) {
   return options;
 }
 
+Command commandOf(const CLI::App& app, const std::string& around,
+                  std::span<const Vocabulary> vocabulary);
+
+// NOLINTNEXTLINE(misc-no-recursion): as deep as commands are nested
+std::vector<Command> commandsIn(const CLI::App& app, const std::string& around,
+                                std::span<const Vocabulary> vocabulary) {
+  std::vector<Command> commands;
+  const auto isListed = [](const CLI::App* command) { return !command->get_group().empty(); };
+  for (const CLI::App* const command : app.get_subcommands(isListed)) {
+    commands.push_back(commandOf(*command, around, vocabulary));
+  }
+  return commands;
+}
+
+// NOLINTNEXTLINE(misc-no-recursion): likewise
+Command commandOf(const CLI::App& app, const std::string& around,
+                  std::span<const Vocabulary> vocabulary) {
+  const std::string name = around + app.get_name();
+  Command command{name,
+                  app.get_description(),
+                  all(app, false),
+                  all(app, true),
+                  commandsIn(app, name + " ", vocabulary),
+                  app.get_footer()};
+  for (Option& option : command.options) spellOut(option, name, vocabulary);
+  for (Option& positional : command.positionals) spellOut(positional, name, vocabulary);
+  return command;
+}
+
 }  // namespace
 
 std::vector<Option> optionsOf(const CLI::App& app) {
   return all(app, false);
 }
 
-std::vector<Command> commandsOf(const CLI::App& app) {
-  std::vector<Command> commands;
-  const auto isListed = [](const CLI::App* command) { return !command->get_group().empty(); };
-  for (const CLI::App* const command : app.get_subcommands(isListed)) {
-    commands.push_back({command->get_name(), command->get_description(), optionsOf(*command),
-                        all(*command, true), command->get_footer()});
+std::vector<Command> commandsOf(const CLI::App& app, std::span<const Vocabulary> vocabulary) {
+  return commandsIn(app, "", vocabulary);
+}
+
+// NOLINTNEXTLINE(misc-no-recursion): likewise
+std::vector<const Command*> withNested(const std::vector<Command>& commands) {
+  std::vector<const Command*> all;
+  for (const Command& command : commands) {
+    all.push_back(&command);
+    for (const Command* const nested : withNested(command.commands)) all.push_back(nested);
   }
-  return commands;
+  return all;
 }
 
 }  // namespace tools::command_line

@@ -89,6 +89,14 @@ void tell(const std::vector<std::string>& missingPictures, const Dress& dress) {
   for (const std::string& picture : missingPictures) tellOne(picture);
 }
 
+/// Why the default device, which `failure` kept closed, can't be drawn.
+Failure nothingToDraw(const Failure& failure) {
+  if (failure.error != ENOENT) return failure;
+  return Failure(ENOENT,
+                 "no THEME is given, and none is installed; `prismal install THEME` does that, "
+                 "`prismal render --system` draws the plain keyboard");
+}
+
 Result<Done> putOn(const DeviceRoot& device, const Dress& dress) {
   if (dress.theme.empty()) return Done();
   const auto theme = theme::ThemeSource::read(dress.theme);
@@ -134,7 +142,7 @@ Result<KeyboardProcess> KeyboardProcess::start(const Dress& dress, double scale)
   const bool isPrivate = hasPrivateDevice(dress);
   if (isPrivate) place = dress.private_device ? *dress.private_device : made.emplace().path();
   auto root = device::openDevice(place, DeviceRoot::Creation::kNever);
-  if (!root) return root.failure();
+  if (!root) return place ? root.failure() : nothingToDraw(root.failure());
   if (const auto confined = confineToTheme(dress, *root); !confined) return confined.failure();
   if (const auto put = putOn(*root, dress); !put) return put.failure();
   if (const auto confined = confineToDevice(dress, *root, isPrivate); !confined) {

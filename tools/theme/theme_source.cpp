@@ -1,6 +1,7 @@
 #include "theme/theme_source.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <iterator>
 #include <optional>
@@ -17,6 +18,7 @@ namespace tools::theme {
 namespace fs = std::filesystem;
 using host::files::DeviceRoot;
 using host::files::Durability;
+using host::files::Failure;
 using host::files::Result;
 using host::plist::inOneLine;
 
@@ -42,6 +44,9 @@ Result<ThemeSource> ThemeSource::read(const std::string& path) {
   const bool isFolder = fs::is_directory(path, error);
   auto file =
       readDictionaryFile(isFolder ? fs::path(path) / "theme.plist" : fs::path(path), "a theme");
+  if (!file && isFolder && file.failure().error == ENOENT) {
+    return Failure(ENOENT, path + ": a theme folder has a theme.plist, this one has none");
+  }
   if (!file) return file.failure();
   return ThemeSource(*std::move(file), themeName(path));
 }
