@@ -103,7 +103,10 @@ class DeviceFaults : public testing::Test {
   /// Whether the call, which failed, may have been one of clearing up.
   static bool clearsUp(const Call& call) {
     constexpr std::string_view kOwnFolder = "/var/mobile/Library/Prismal";
-    return call.name == std::string_view("unlinkat") || call.file == kOwnFolder ||
+    // What the lists there name decides what of an older version goes.
+    constexpr std::string_view kLists = "/var/mobile/Library/Preferences";
+    return call.isAllocation() || call.file.starts_with(kLists) ||
+           call.name == std::string_view("unlinkat") || call.file == kOwnFolder ||
            call.file == std::string(kOwnFolder) + "/" ||
            call.file.starts_with(std::string(kOwnFolder) + "/Staged");
   }

@@ -68,11 +68,19 @@ TEST(Keyplane, NameIsOneKeyAndLabelAllThatHaveIt) {
 
 TEST(Keyplane, EmptyLabelNamesNoKey) {
   auto letters = keyplaneOf("Tablet", Plane::small_letters);
-  for (const char* unknown : {"", "Q", "shift-key", "Shift-Key "}) {
+  for (const char* unknown : {"", "QQ", "Shift-Key "}) {
     EXPECT_FALSE(press(letters, unknown)) << unknown;
     EXPECT_FALSE(disable(letters, unknown)) << unknown;
   }
   EXPECT_EQ(touchedIn(letters), Touched{});
+}
+
+TEST(Keyplane, OtherLetterCaseCountsWhereNothingFitsAsItStands) {
+  auto letters = keyplaneOf("Tablet", Plane::small_letters);
+  EXPECT_TRUE(press(letters, "Q"));
+  EXPECT_FALSE(press(letters, "undo-KEY"));
+  EXPECT_TRUE(press(letters, "dismiss-key"));
+  EXPECT_EQ(touchedIn(letters), (Touched{{"Latin-Small-Letter-Q", 4}, {"Dismiss-Key", 4}}));
 }
 
 TEST(Keyplane, DisabledKeyStaysDisabledInEitherOrder) {

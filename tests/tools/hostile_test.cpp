@@ -424,6 +424,9 @@ TEST_F(Hostile, WhatIsInterruptedLeavesNothing) {
   // Minutes of work.
   theme(inRules(repeated(ruleOf("KeyName=" + repeated(",", 1'000'000)), 40)));
   fs::create_directories(folder() / "temporary");
+  // The process that stays outside the sandbox clears away once the other is gone.
+  const std::string soonEmpty =
+      "for i in $(seq 100); do [ -z \"$(ls -A temporary)\" ] && break; sleep 0.05; done; ";
   const struct {
     const char* signal;
     int number;
@@ -431,9 +434,10 @@ TEST_F(Hostile, WhatIsInterruptedLeavesNothing) {
   for (const auto& signal : signals) {
     for (const char* command : {"render T.theme -o t.png", "render T.theme --sheet -o t.png"}) {
       // A shell's own background jobs don't see SIGINT.
-      const Outcome outcome = script("export TMPDIR=\"$PWD/temporary\"; timeout --foreground -s " +
-                                     std::string(signal.signal) + " 0.4 prismal " + command +
-                                     "; code=$?; ls -A temporary; ls | grep -c t.png; exit $code");
+      const Outcome outcome =
+          script("export TMPDIR=\"$PWD/temporary\"; timeout --foreground -s " +
+                 std::string(signal.signal) + " 0.4 prismal " + command + "; code=$?; " +
+                 soonEmpty + "ls -A temporary; ls | grep -c t.png; exit $code");
       EXPECT_EQ(outcome.output, "0\n") << command << signal.signal;
       EXPECT_EQ(outcome.status, 124) << command << signal.signal;
     }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 #include <fcntl.h>
+#include <new>
 #include <string>
 #include <sys/file.h>
 #include <thread>
@@ -74,8 +75,12 @@ Result<Change> Change::begin(const DeviceRoot& device) {
 }
 
 Change::~Change() {
-  // What stays is cleared by the next change.
-  if (lock_) static_cast<void>(clearLeftovers(device_));
+  if (!lock_) return;
+  try {
+    static_cast<void>(clearLeftovers(device_));
+  } catch (const std::bad_alloc&) {
+    // What stays is cleared by the next change.
+  }
 }
 
 }  // namespace tools::device
