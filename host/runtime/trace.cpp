@@ -7,7 +7,7 @@ namespace host::runtime {
 namespace {
 
 struct Recorder {
-  bool on = false;
+  Recording recording = Recording::kOff;
   std::vector<Event> events;
 };
 
@@ -19,15 +19,18 @@ Recorder& recorder() {
 }  // namespace
 
 void record(Event::Kind kind, std::string_view text) {
-  if (recorder().on) recorder().events.push_back({kind, std::string(text)});
+  const Recording recording = recorder().recording;
+  if (recording == Recording::kOff) return;
+  if (kind == Event::Kind::kLog && recording == Recording::kAllButLog) return;
+  recorder().events.push_back({kind, std::string(text)});
 }
 
-void startRecording() {
-  recorder().on = true;
+void startRecording(Recording recording) {
+  recorder().recording = recording;
 }
 
 bool recording() {
-  return recorder().on;
+  return recorder().recording != Recording::kOff;
 }
 
 std::vector<Event> takeEvents() {

@@ -16,8 +16,11 @@ struct Event {
 /// Notes an event while recording is on.
 void record(Event::Kind kind, std::string_view text);
 
-/// Turns recording on; it is off at first, and costs nothing then.
-void startRecording();
+enum class Recording { kOff, kAllButLog, kAll };
+
+/// Turns recording on; it is off at first, and costs nothing then. What a theme makes the library
+/// log has no bound, so those who don't look at it leave it out.
+void startRecording(Recording recording = Recording::kAll);
 bool recording();
 
 /// What has been recorded since the last call, in order.

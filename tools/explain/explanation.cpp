@@ -85,7 +85,7 @@ void askTraits(Explanation& explanation) {
 
 Result<Explanation> explainKey(const View& view, double scale, std::string_view nameOrLabel,
                                const ThemeRules& rules) {
-  host::runtime::startRecording();
+  host::runtime::startRecording(host::runtime::Recording::kAllButLog);
   host::drawing::Fonts fonts;
   auto shown = keyboard::showView(view, scale, fonts);
   if (!shown) return shown.failure();

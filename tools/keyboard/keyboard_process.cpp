@@ -68,7 +68,8 @@ class Teller {
   }
   void operator()(std::string_view line) {
     if (quiet_ || (faultsOnly_ && isRoutine(line)) || told_->size() > kMaxToldLines) return;
-    if (!told_->emplace(line).second) return;
+    if (told_->contains(line)) return;
+    told_->emplace(line);
     print(told_->size() > kMaxToldLines ? "more lines follow, which are not told" : line);
   }
 
