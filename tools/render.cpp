@@ -1,11 +1,14 @@
 #include "render.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "choice_option.h"
 #include "exit_status.h"
@@ -19,6 +22,7 @@
 #include "render/comparison.h"
 #include "render/every_view.h"
 #include "render/one_view.h"
+#include "watch/theme_files.h"
 
 namespace tools {
 
@@ -147,8 +151,22 @@ std::optional<std::string> contradiction(const RenderOptions& options) {
   return several ? contradictionOfSeveral(options) : contradictionOfView(options.view);
 }
 
+/// Why what is written would destroy what is read.
+std::optional<std::string> refusalToReplaceInputs(const RenderOptions& options) {
+  std::vector<fs::path> inputs;
+  for (const std::string& theme : {options.dress.theme, options.diff}) {
+    if (!theme.empty()) std::ranges::move(watch::filesOfTheme(theme), std::back_inserter(inputs));
+  }
+  if (!options.dress.settings.empty()) inputs.emplace_back(options.dress.settings);
+  if (options.all.empty()) {
+    if (auto refusal = refusalToReplace(outputOf(options), inputs)) return refusal;
+  }
+  return options.keys.empty() ? std::nullopt : refusalToReplace(options.keys, inputs);
+}
+
 int run(const RenderOptions& options) {
   if (const auto reason = contradiction(options)) return refuse(*reason);
+  if (const auto reason = refusalToReplaceInputs(options)) return refuse(*reason);
   if (options.besideSystem) return drawBesideSystem(options);
   if (!options.diff.empty()) return drawDifference(options);
   if (options.sheet || !options.all.empty()) return drawEveryView(options);

@@ -3,30 +3,54 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "host/files/descriptor.h"
 
 namespace tools {
 
-namespace fs = std::filesystem;
+using host::files::Descriptor;
 using host::files::Failure;
+using host::files::Result;
 
-host::files::Result<std::string> readTextFile(const std::string& path) {
-  constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
-  std::error_code error;
-  if (fs::is_directory(path, error)) return Failure(EISDIR);
-  std::ifstream file(path, std::ios::binary);
-  if (!file) return Failure(errno);
-  // In pieces: what is no regular file, such as a pipe, has no size to ask for.
+namespace {
+
+constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
+
+Descriptor open(const std::string& path, int flags) {
+  return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | flags));
+}
+
+/// In pieces: what is no regular file, such as a pipe, has no size to ask for.
+Result<std::string> readAll(const Descriptor& file) {
   std::string bytes;
   std::array<char, std::size_t{64} << 10U> piece{};
-  while (file.read(piece.data(), piece.size()) || file.gcount() > 0) {
-    bytes.append(piece.data(), static_cast<std::size_t>(file.gcount()));
+  for (;;) {
+    const ssize_t size = ::read(file.get(), piece.data(), piece.size());
+    if (size < 0 && errno == EINTR) continue;
+    if (size < 0) return host::files::lastFailure();
+    if (size == 0) return bytes;
+    bytes.append(piece.data(), static_cast<std::size_t>(size));
     if (bytes.size() > kMaxBytes) return Failure(EFBIG, "more than 64 MiB");
   }
-  if (file.bad()) return Failure(EIO);
-  return bytes;
+}
+
+}  // namespace
+
+Result<std::string> readTextFile(const std::string& path) {
+  const Descriptor file = open(path, 0);
+  return file ? readAll(file) : host::files::lastFailure();
+}
+
+Result<std::string> readRegularFile(const std::string& path) {
+  const Descriptor file = open(path, O_NONBLOCK);
+  struct stat status {};
+  if (!file || ::fstat(file.get(), &status) != 0) return host::files::lastFailure();
+  if (S_ISDIR(status.st_mode)) return Failure(EISDIR);
+  if (!S_ISREG(status.st_mode)) return Failure(EINVAL, "Not a regular file");
+  return readAll(file);
 }
 
 }  // namespace tools

@@ -166,6 +166,10 @@ int run(const WatchOptions& options) {
   if (!fs::exists(options.dress.theme, error)) {
     return refuse(options.dress.theme + ": No such file or directory");
   }
+  const auto files = watch::filesOfTheme(options.dress.theme);
+  for (const fs::path& output : {options.output, nextPicture(options)}) {
+    if (const auto reason = refusalToReplace(output, files)) return refuse(*reason);
+  }
   return Watcher(options).run();
 }
 
@@ -193,9 +197,10 @@ void addWatchCommand(CLI::App& app, int& status) {
       "--quiet", options->dress.quiet,
       "Don't tell of drawings, of faults that the library logs, nor of missing pictures");
   command->footer(
-      "The theme's property list and the pictures that it names are watched. While the theme "
-      "can't\n"
-      "be read, the last good picture stays, and standard error says what is wrong.\n\n"
+      "The theme's property list and the pictures that it names are watched; a file counts as "
+      "saved\n"
+      "once the program that wrote it has closed it. While the theme can't be read, the last good\n"
+      "picture stays, and standard error says what is wrong.\n\n"
       "Example: prismal watch Dusk.theme -o dusk.png --device tablet");
   command->callback([options, &status] { status = run(*options); });
 }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "host/images/decode.h"
+#include "host/plist/description.h"
 #include "host/runtime/class_table.h"
 #include "host/system/files.h"
 
@@ -29,7 +30,8 @@ platform::Retained<platform::CGImageRef> decode(platform::NSData data) {
   if (!file) return {};
   auto decoded = images::decode(file->bytes);
   if (!decoded) {
-    if (const auto& echo = brokenPictureEcho()) echo(file->path, decoded.reason);
+    if (const auto& echo = brokenPictureEcho())
+      echo(plist::escapeControls(file->path), decoded.reason);
     return {};
   }
   return runtime::makeRetained<platform::CGImageRef, BitmapObject>(std::move(*decoded.bitmap),

@@ -12,6 +12,7 @@
 #include "host/images/decode.h"
 #include "render/workers.h"
 #include "theme/dictionary_file.h"
+#include "theme/folder_file.h"
 
 namespace tools::check {
 
@@ -29,12 +30,16 @@ struct File {
   bool exists = false;
   std::string reason;  ///< why it is no picture
   PixelCount size;
+  bool isOutside = false;
 };
 using Files = std::map<std::string, File>;
 
 File readPicture(const host::files::DeviceRoot& folder, const std::string& path) {
-  const auto bytes = folder.readFile(path, kMaxBytes);
-  if (!bytes) return {bytes.failure().error != ENOENT, bytes.reason(), {}};
+  const auto bytes = theme::readInFolder(folder, path, kMaxBytes);
+  if (!bytes) {
+    const int error = bytes.failure().error;
+    return {error != ENOENT, bytes.reason(), {}, error == EXDEV};
+  }
   const auto decoded = host::images::decode(*bytes);
   if (!decoded) return {true, decoded.reason, {}};
   return {true, "", {decoded.bitmap->width, decoded.bitmap->height}};
@@ -81,7 +86,12 @@ Files readAll(const Theme& theme, PropertyListView section) {
 }
 
 void tellBroken(Theme& theme, const Place& place, std::string_view path, const File& file) {
-  theme.findings.add("image-broken"_rule, place, inQuotes(path) + " is no picture: " + file.reason);
+  if (file.isOutside) {
+    theme.findings.add("image-outside"_rule, place, inQuotes(path) + " is " + file.reason);
+  } else {
+    theme.findings.add("image-broken"_rule, place,
+                       inQuotes(path) + " is no picture: " + file.reason);
+  }
 }
 
 /// The sizes of the picture at `path` of the theme's folder, all that is wrong with it told.

@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "check/words.h"
-#include "host/plist/limits.h"
 #include "host/plist/utf8.h"
 #include "host/plist/values.h"
+#include "text_file.h"
 
 namespace tools::check {
 
@@ -101,7 +101,7 @@ std::optional<Source> Source::read(const std::string& theme, Refusal& refusal) {
     refusal = {{}, folder.reason(), {}};
     return std::nullopt;
   }
-  auto bytes = folder->readFile(file.filename().string(), host::plist::kMaxBytes);
+  auto bytes = readRegularFile(file.string());
   if (!bytes) {
     refusal = {{}, bytes.reason(), {}};
     return std::nullopt;

@@ -7,6 +7,7 @@
 
 #include "explain/explanation_json.h"
 #include "explain/explanation_text.h"
+#include "host/plist/description.h"
 #include "host/render/keyplane.h"
 #include "keyboard/words.h"
 #include "styles/style_properties.h"
@@ -146,7 +147,9 @@ std::string ruleText(const RuleReport& report, const ThemeRules& rules) {
                      std::string(report.list.name) + ", " + placeOf(report.rule(), rules.file()) +
                      "\n";
   const Json condition = conditionJson(report.rule());
-  if (condition.is_string()) text += "condition  " + condition.get<std::string>() + "\n";
+  if (condition.is_string()) {
+    text += "condition  " + host::plist::escapeControls(condition.get<std::string>()) + "\n";
+  }
   text += "sets       " + settingsText(report.rule()) + "\n";
   if (report.list.name != report.style) {
     text +=

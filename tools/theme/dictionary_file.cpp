@@ -7,6 +7,8 @@
 #include "backgrounds/double_resolution_path.h"
 #include "host/plist/reader.h"
 #include "host/plist/writer.h"
+#include "text_file.h"
+#include "theme/folder_file.h"
 
 namespace tools::theme {
 
@@ -20,11 +22,8 @@ namespace {
 
 constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 
-}  // namespace
-
-Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::string_view path,
-                                              const std::string& what) {
-  const auto bytes = root.readFile(path, kMaxBytes);
+Result<platform::PropertyList> dictionaryIn(const Result<std::string>& bytes,
+                                            const std::string& what) {
   if (!bytes) return bytes.failure();
   auto reading = host::plist::read(*bytes);
   if (!reading) return Failure(EINVAL, std::move(reading.reason));
@@ -32,11 +31,18 @@ Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::strin
   return std::move(reading.list);
 }
 
+}  // namespace
+
+Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::string_view path,
+                                              const std::string& what) {
+  return dictionaryIn(root.readFile(path, kMaxBytes), what);
+}
+
 Result<DictionaryFile> readDictionaryFile(const fs::path& file, const std::string& what) {
   auto folder = DeviceRoot::open(file.has_parent_path() ? file.parent_path() : fs::path("."),
                                  DeviceRoot::Creation::kNever);
   if (!folder) return Failure(folder.failure().error, file.string() + ": " + folder.reason());
-  auto list = readDictionary(*folder, file.filename().string(), what);
+  auto list = dictionaryIn(readRegularFile(file.string()), what);
   if (!list) return Failure(list.failure().error, file.string() + ": " + list.reason());
   return DictionaryFile{*std::move(list), *std::move(folder)};
 }
@@ -62,7 +68,7 @@ Result<std::optional<std::string>> copyPicture(const DeviceRoot& folder, const s
   std::optional<std::string> missing;
   bool isThere = false;
   for (const std::string& name : {path, prismal::doubleResolutionPath(path)}) {
-    const auto bytes = folder.readFile(name, kMaxBytes);
+    const auto bytes = readInFolder(folder, name, kMaxBytes);
     isThere = isThere || bytes;
     if (!bytes && !missing) missing = bytes.reason();
     if (!bytes) continue;

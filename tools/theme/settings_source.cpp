@@ -5,6 +5,7 @@
 
 #include "device/places.h"
 #include "host/plist/builder.h"
+#include "host/plist/description.h"
 
 namespace tools::theme {
 
@@ -55,7 +56,8 @@ class Pictures {
   }
 
   void tell(std::string_view written, const std::string& reason) {
-    missing.push_back("settings: backgroundImages: " + std::string(written) + ": " + reason);
+    missing.push_back("settings: backgroundImages: " + host::plist::escapeControls(written) + ": " +
+                      reason);
   }
 
   const DeviceRoot& folder_;

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "device/places.h"
+#include "host/plist/description.h"
 #include "theme/device_paths.h"
 
 namespace tools::theme {
@@ -18,6 +19,11 @@ std::string themeName(const std::string& path) {
   const fs::path whole = fs::absolute(path, error).lexically_normal();
   const fs::path last = whole.has_filename() ? whole.filename() : whole.parent_path().filename();
   return last.stem().string();
+}
+
+bool isThemeName(std::string_view name) {
+  return !name.empty() && name != "." && name != ".." && name.find('/') == name.npos &&
+         host::plist::escapeControls(name) == name;
 }
 
 Result<ThemeSource> ThemeSource::read(const std::string& path) {
@@ -37,8 +43,9 @@ Result<std::vector<std::string>> ThemeSource::copyPictures(const DeviceRoot& dev
     const std::string_view written = value.string().value_or("");
     if (isDevicePath(written)) continue;
     const auto tell = [&, &key = key](const std::string& reason) {
-      missing.push_back(name_ + ": BackgroundImages: " + std::string(key) + ": " +
-                        std::string(written) + ": " + reason);
+      missing.push_back(host::plist::escapeControls(name_ +
+                                                    ": BackgroundImages: " + std::string(key) +
+                                                    ": " + std::string(written) + ": " + reason));
     };
     const auto path = pathInFolder(written);
     if (!path) {
