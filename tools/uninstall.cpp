@@ -1,12 +1,17 @@
 #include "uninstall.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "device/change_themes.h"
 #include "device/report.h"
+#include "suggestion.h"
+#include "theme/theme_source.h"
 
 namespace tools {
 
@@ -24,11 +29,25 @@ struct UninstallOptions {
   device::Place place;
 };
 
+/// What `prismal list` calls the theme that is meant: its name, or the folder NAME.theme of the one
+/// that was installed, by its path.
+std::string nameOf(const ThemeStore& store, const std::string& meant) {
+  const bool isName = std::ranges::find(store.names(), meant) != store.names().end();
+  const std::filesystem::path path = std::filesystem::path(meant + "/").parent_path();
+  return isName || path.extension() != ".theme" ? meant : theme::themeName(path.string());
+}
+
+Failure noSuchTheme(const ThemeStore& store, const std::string& name) {
+  const std::vector<std::string_view> names(store.names().begin(), store.names().end());
+  const auto near = nearest(name, names);
+  return Failure(ENOENT, name + ": no theme of that name is installed" +
+                             (near ? "; did you mean " + std::string(*near) + "?" : ""));
+}
+
 Result<Done> stage(ThemeStore& store, const UninstallOptions& options) {
   if (options.all) store.uninstallAll();
   for (const std::string& name : options.names) {
-    if (!store.uninstall(name))
-      return Failure(ENOENT, name + ": no theme of that name is installed");
+    if (!store.uninstall(nameOf(store, name))) return noSuchTheme(store, name);
   }
   return Done();
 }
@@ -46,7 +65,8 @@ int uninstall(const UninstallOptions& options) {
 void addUninstallCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<UninstallOptions>();
   CLI::App* const command = app.add_subcommand("uninstall", "Take themes off the device");
-  command->add_option("NAME", options->names, "Names of themes, as `prismal list` tells them");
+  command->add_option("NAME", options->names,
+                      "Names of themes, as `prismal list` tells them, or their folders NAME.theme");
   command->add_flag("--all", options->all, "All themes");
   device::addDeviceOption(*command, options->place);
   command->footer(
