@@ -26,6 +26,7 @@
 #include "library_path.h"
 #include "output_file.h"
 #include "platform/foundation.h"
+#include "watch/theme_files.h"
 
 namespace tools {
 
@@ -39,11 +40,15 @@ constexpr double kScale = 2;
 
 using keyboard::kVisualStyles;
 
+/// More rules than any list can hold.
+constexpr int kRuleLimit = 1'000'000;
+
 struct ExplainOptions {
   keyboard::Dress dress;
   keyboard::ViewOptions view;
   std::string key;
   std::optional<std::size_t> rule;
+  bool namesVariant = false;  ///< an option says which keys the keyboard has
   std::string style;
   fs::path picture;
   bool json = false;
@@ -137,11 +142,16 @@ std::optional<std::string> contradictionOfRule(const ExplainOptions& options) {
   if (keyboard::namesStates(options.view)) {
     return "--rule tells of all states; --press, --disable, --shift and --dictation go with --key";
   }
+  if (options.namesVariant) {
+    return "--rule tells of the keys that only some devices have, too; --dictation-key and "
+           "--international-key go with --key";
+  }
   if (isTerminal(options.picture)) {
     return "-o -: a picture is not for a terminal; send it to a file or a program";
   }
   if (options.picture == "-") return "-o -: the keys are told on standard output";
-  return std::nullopt;
+  if (options.picture.empty() || options.dress.theme.empty()) return std::nullopt;
+  return refusalToReplace(options.picture, watch::filesOfTheme(options.dress.theme));
 }
 
 std::optional<std::string> contradiction(const ExplainOptions& options) {
@@ -176,6 +186,7 @@ void addQuestionOptions(CLI::App& command, ExplainOptions& options) {
   command
       .add_option("--rule", options.rule,
                   "In place of a key: which keys the rule of that number hits, counted from 0")
+      ->check(CLI::Range(kRuleLimit - 1).description(""))
       ->type_name("N");
   command
       .add_option("-o,--output", options.picture,
@@ -209,7 +220,12 @@ void addExplainCommand(CLI::App& app, int& status) {
       "  prismal explain Evening.theme --key return\n"
       "  prismal explain Evening.theme --key Shift-Key --shift locked --device tablet\n"
       "  prismal explain Evening.theme --rule 3 --style iPhone-Standard -o hits.png");
-  command->callback([options, &status] { status = run(*options); });
+  command->callback([options, command, &status] {
+    for (const char* name : {"--dictation-key", "--international-key"}) {
+      options->namesVariant = options->namesVariant || command->count(name) > 0;
+    }
+    status = run(*options);
+  });
 }
 
 }  // namespace tools

@@ -102,6 +102,14 @@ int run(int argc, char** argv) {
   return status;
 }
 
+/// What was printed in passing, such as a help text, is told to be lost like any other result.
+int afterPrinting(int status) {
+  const bool isWhole = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+  if (isWhole || status == tools::kTrouble) return status;
+  std::fputs("prismal: standard output can't be written\n", stderr);
+  return tools::kTrouble;
+}
+
 /// Ways to make the libraries that draw draw otherwise, for those who work on them. A picture
 /// follows from what is drawn alone.
 void forgetDrawingPreferences() {
@@ -121,7 +129,7 @@ int main(int argc, char** argv) {
   // So is a limit on the size of files.
   std::signal(SIGXFSZ, SIG_IGN);
   try {
-    return run(argc, argv);
+    return afterPrinting(run(argc, argv));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "prismal: %s\n", error.what());
   } catch (...) {

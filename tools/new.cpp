@@ -7,8 +7,10 @@
 #include <system_error>
 
 #include "exit_status.h"
+#include "host/plist/description.h"
 #include "new/starter.h"
 #include "output_file.h"
+#include "theme/theme_source.h"
 
 namespace tools {
 
@@ -28,7 +30,14 @@ fs::path folderFor(const std::string& name) {
   const fs::path last = folder.filename();
   if (last.empty() || last == "." || last == "..") return {};
   if (last.extension() != ".theme" || last.stem() == ".theme") folder += ".theme";
-  return folder;
+  return theme::isThemeName(theme::themeName(folder.string())) ? folder : fs::path();
+}
+
+/// The folder as a shell takes it for one word, and a program for no option.
+std::string shellWord(const fs::path& folder) {
+  std::string word = folder.string().starts_with('-') ? "'./" : "'";
+  for (const char c : folder.string()) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+  return word + "'";
 }
 
 /// Takes away what there is of a theme that could not be made whole: nothing but its own files.
@@ -40,7 +49,7 @@ void takeBack(const fs::path& folder) {
 
 int make(const std::string& name) {
   const fs::path folder = folderFor(name);
-  if (folder.empty()) return refuse(name + ": no name for a theme");
+  if (folder.empty()) return refuse(host::plist::escapeControls(name) + ": no name for a theme");
   std::error_code error;
   if (!fs::create_directory(folder, error)) {
     return refuse(folder.string() + ": " + (error ? error.message() : "is there already"));
@@ -51,8 +60,8 @@ int make(const std::string& name) {
     takeBack(folder);
     return refuse((folder / file.name).string() + ": " + written.reason());
   }
-  const auto told = printResult("Made " + folder.string() + ". Look at it: prismal render '" +
-                                folder.string() + "' -o picture.png\n");
+  const auto told = printResult("Made " + folder.string() + ". Look at it: prismal render " +
+                                shellWord(folder) + " -o picture.png\n");
   return told ? kDone : refuse("standard output: " + told.reason());
 }
 

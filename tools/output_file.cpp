@@ -1,5 +1,6 @@
 #include "output_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -18,6 +19,24 @@ using host::files::Descriptor;
 using host::files::Done;
 using host::files::Failure;
 using host::files::Result;
+
+namespace {
+
+bool areOne(const fs::path& one, const fs::path& other) {
+  std::error_code error;
+  if (fs::equivalent(one, other, error)) return true;
+  const fs::path place = fs::weakly_canonical(one, error);
+  return !error && place == fs::weakly_canonical(other, error) && !error;
+}
+
+}  // namespace
+
+std::optional<std::string> refusalToReplace(const fs::path& output,
+                                            std::span<const fs::path> inputs) {
+  const auto isOutput = [&](const fs::path& input) { return areOne(output, input); };
+  if (output == "-" || std::ranges::none_of(inputs, isOutput)) return std::nullopt;
+  return output.string() + ": is read for what is to be written; choose another file";
+}
 
 Result<Done> printResult(std::string_view text) {
   const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();

@@ -1,8 +1,11 @@
 #include "render.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,6 +30,7 @@
 #include "render/every_view.h"
 #include "render/one_view.h"
 #include "sandbox/sandbox.h"
+#include "watch/theme_files.h"
 
 namespace tools {
 
@@ -237,9 +241,26 @@ std::optional<std::string> contradiction(const RenderOptions& options) {
   return several ? contradictionOfSeveral(options) : keyboard::contradictionOf(options.view);
 }
 
+/// Why what is written would destroy what is read.
+std::optional<std::string> refusalToReplaceInputs(const RenderOptions& options) {
+  std::vector<fs::path> inputs;
+  keyboard::Dress read = options.dress;
+  for (const std::string& theme : {options.dress.theme, options.diff}) {
+    if (theme.empty()) continue;
+    read.theme = theme;
+    std::ranges::move(watch::filesOfTheme(read), std::back_inserter(inputs));
+  }
+  if (!options.dress.settings.empty()) inputs.emplace_back(options.dress.settings);
+  if (options.all.empty()) {
+    if (auto refusal = refusalToReplace(outputOf(options), inputs)) return refusal;
+  }
+  return options.keys.empty() ? std::nullopt : refusalToReplace(options.keys, inputs);
+}
+
 int run(RenderOptions& options) {
   if (const auto reason = contradiction(options)) return refuse(*reason);
   options.dress.sandboxed = sandbox::isToBeUsed(options.sandbox, "render");
+  if (const auto reason = refusalToReplaceInputs(options)) return refuse(*reason);
   if (options.besideSystem) return drawBesideSystem(options);
   if (!options.diff.empty()) return drawDifference(options);
   if (options.sheet) return drawSheet(options);

@@ -1,13 +1,18 @@
 #include "uninstall.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "device/change_themes.h"
 #include "device/report.h"
 #include "exit_status.h"
+#include "suggestion.h"
+#include "theme/theme_source.h"
 
 namespace tools {
 
@@ -25,14 +30,26 @@ struct UninstallOptions {
   device::Place place;
 };
 
-std::string noSuchTheme(const std::string& name) {
-  return name + ": no theme of that name is installed";
+/// What `prismal list` calls the theme that is meant: its name, or the folder NAME.theme of the one
+/// that was installed, by its path.
+std::string nameOf(const ThemeStore& store, const std::string& meant) {
+  const bool isName = std::ranges::find(store.names(), meant) != store.names().end();
+  const std::filesystem::path path = std::filesystem::path(meant + "/").parent_path();
+  return isName || path.extension() != ".theme" ? meant : theme::themeName(path.string());
+}
+
+std::string noSuchTheme(const std::vector<std::string>& installed, const std::string& name) {
+  const std::vector<std::string_view> names(installed.begin(), installed.end());
+  const auto near = nearest(name, names);
+  return name + ": no theme of that name is installed" +
+         (near ? "; did you mean " + std::string(*near) + "?" : "");
+}
 }
 
 Result<Done> stage(ThemeStore& store, const UninstallOptions& options) {
   if (options.all) store.uninstallAll();
   for (const std::string& name : options.names) {
-    if (!store.uninstall(name)) return Failure(ENOENT, noSuchTheme(name));
+    if (!store.uninstall(nameOf(store, name))) return Failure(ENOENT, noSuchTheme(store.names(), name));
   }
   return Done();
 }
@@ -43,7 +60,7 @@ int uninstall(const UninstallOptions& options) {
   }
   const auto device = device::openDeviceIfAny(options.place);
   if (device && !*device) {
-    return options.all ? kDone : device::refuse("uninstall", noSuchTheme(options.names.front()));
+    return options.all ? kDone : device::refuse("uninstall", noSuchTheme({}, options.names.front()));
   }
   return device::changeThemes("uninstall", options.place, DeviceRoot::Creation::kNever,
                               [&](ThemeStore& store) { return stage(store, options); });
@@ -54,7 +71,8 @@ int uninstall(const UninstallOptions& options) {
 void addUninstallCommand(CLI::App& app, int& status) {
   auto options = std::make_shared<UninstallOptions>();
   CLI::App* const command = app.add_subcommand("uninstall", "Take themes off the device");
-  command->add_option("NAME", options->names, "Names of themes, as `prismal list` tells them");
+  command->add_option("NAME", options->names,
+                      "Names of themes, as `prismal list` tells them, or their folders NAME.theme");
   command->add_flag("--all", options->all, "All themes");
   device::addDeviceOption(*command, options->place);
   command->footer(

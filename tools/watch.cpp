@@ -190,6 +190,10 @@ int run(WatchOptions& options) {
     return refuse(options.dress.theme + ": No such file or directory");
   }
   options.dress.sandboxed = sandbox::isToBeUsed(options.sandbox, "watch");
+  const auto files = watch::filesOfTheme(options.dress);
+  for (const fs::path& output : {options.output, nextPicture(options)}) {
+    if (const auto reason = refusalToReplace(output, files)) return refuse(*reason);
+  }
   return Watcher(options).run();
 }
 
@@ -220,9 +224,10 @@ void addWatchCommand(CLI::App& app, int& status) {
       "Don't tell of drawings, of faults that the library logs, nor of missing pictures");
   sandbox::addSandboxOption(*command, options->sandbox);
   command->footer(
-      "The theme's property list and the pictures that it names are watched. While the theme "
-      "can't\n"
-      "be read, the last good picture stays, and standard error says what is wrong.\n\n"
+      "The theme's property list and the pictures that it names are watched; a file counts as "
+      "saved\n"
+      "once the program that wrote it has closed it. While the theme can't be read, the last good\n"
+      "picture stays, and standard error says what is wrong.\n\n"
       "Example: prismal watch Evening.theme -o evening.png --device tablet");
   command->callback([options, &status] { status = run(*options); });
 }

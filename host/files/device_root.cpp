@@ -107,6 +107,10 @@ bool DeviceRoot::exists(std::string_view path) const {
   return static_cast<bool>(openPath(path));
 }
 
+bool DeviceRoot::leadsOut(std::string_view path) const {
+  return files::leadsOut(directory_.get(), std::string(path));
+}
+
 Result<std::string> DeviceRoot::readFile(std::string_view path, std::size_t max_bytes) const {
   const auto file = openFile(path);
   if (!file) return file.failure();

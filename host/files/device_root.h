@@ -47,6 +47,9 @@ class DeviceRoot {
   /// Whether anything stands at `path`; a dangling link is nothing.
   bool exists(std::string_view path) const;
 
+  /// Whether the relative `path` leads out of the root for those who don't take it for `/`.
+  bool leadsOut(std::string_view path) const;
+
   /// All bytes of the regular file at `path`; a failure when they are more than `max_bytes`.
   Result<std::string> readFile(std::string_view path, std::size_t max_bytes) const;
 

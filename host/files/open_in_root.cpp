@@ -1,5 +1,6 @@
 #include "host/files/open_in_root.h"
 
+#include <cstdint>
 #include <fcntl.h>
 #include <limits.h>
 #include <linux/openat2.h>
@@ -19,10 +20,11 @@ constexpr int kMaxLinks = 40;
 // a bound keeps a hostile renamer from holding us for ever.
 constexpr int kMaxTries = 128;
 
-Descriptor openByKernel(int root, const char* path, int flags) {
+Descriptor openByKernel(int root, const char* path, int flags,
+                        std::uint64_t scope = RESOLVE_IN_ROOT) {
   open_how how{};
   how.flags = static_cast<unsigned>(flags | O_CLOEXEC);
-  how.resolve = RESOLVE_IN_ROOT | RESOLVE_NO_MAGICLINKS;
+  how.resolve = scope | RESOLVE_NO_MAGICLINKS;
   for (int tries = 0;; ++tries) {
     const long fd = ::syscall(SYS_openat2, root, path, &how, sizeof how);
     if (fd >= 0) return Descriptor(static_cast<int>(fd));
@@ -130,6 +132,10 @@ Result<Descriptor> openInRoot(int root, const std::string& path, int flags, Reso
                                                         : Walk(root, path).open(flags);
   if (!opened) return lastFailure();
   return opened;
+}
+
+bool leadsOut(int root, const std::string& path) {
+  return !openByKernel(root, path.c_str(), O_PATH, RESOLVE_BENEATH) && errno == EXDEV;
 }
 
 }  // namespace host::files

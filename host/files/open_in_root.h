@@ -21,4 +21,9 @@ Resolution bestResolution(int root);
 /// A relative path is taken from the root. Waits for nothing. Any thread.
 Result<Descriptor> openInRoot(int root, const std::string& path, int flags, Resolution resolution);
 
+/// Whether a person who reads the relative `path` from the directory `root` is led out of it, by an
+/// absolute symbolic link or by `..`, be there something or not. No where the kernel refuses
+/// openat2 and so can't tell. Any thread.
+bool leadsOut(int root, const std::string& path);
+
 }  // namespace host::files

@@ -6,6 +6,7 @@
 
 #include "host/images/decode.h"
 #include "host/images/limits.h"
+#include "host/plist/description.h"
 #include "host/runtime/class_table.h"
 #include "host/system/files.h"
 
@@ -48,7 +49,9 @@ platform::Retained<platform::CGImageRef> decode(platform::NSData data) {
   auto decoded = images::decode(file->bytes, left);
   if (!decoded) {
     spentPixels += decoded.pixels;
-    if (const auto& echo = brokenPictureEcho()) echo(file->path, decoded.reason);
+    if (const auto& echo = brokenPictureEcho()) {
+      echo(plist::escapeControls(file->path), decoded.reason);
+    }
     return {};
   }
   return runtime::makeRetained<platform::CGImageRef, BitmapObject>(std::move(*decoded.bitmap),

@@ -22,8 +22,8 @@ struct BitmapObject final : objc_object {
   std::string path;
 };
 
-/// Who is told, for people, of a file that was taken for a picture and is none: its device path and
-/// why. None at first. Main thread only.
+/// Who is told, for people, of a file that was taken for a picture and is none: its device path,
+/// control characters escaped, and why. None at first. Main thread only.
 void setBrokenPictureEcho(std::function<void(std::string_view path, std::string_view reason)> echo);
 
 /// A bitmap for a scale, in pixels a point.

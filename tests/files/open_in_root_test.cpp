@@ -13,9 +13,9 @@
 namespace host::files {
 namespace {
 
-class OpenInRoot : public testing::TestWithParam<Resolution> {
+class LinkedDevice {
  protected:
-  void SetUp() override {
+  LinkedDevice() {
     device_.file("/data/file", "inside");
     device_.link("/absolute", "/data/file");
     device_.link("/up", "../../../../../../../../data/file");
@@ -35,6 +35,14 @@ class OpenInRoot : public testing::TestWithParam<Resolution> {
   }
 
   SampleDevice device_;
+};
+
+class OpenInRoot : public LinkedDevice, public testing::TestWithParam<Resolution> {};
+class LeadsOut : public LinkedDevice, public testing::Test {
+ protected:
+  void SetUp() override {
+    if (waysToResolve().size() < 2) GTEST_SKIP() << "the kernel can't tell";
+  }
 };
 
 INSTANTIATE_TEST_SUITE_P(BothWays, OpenInRoot, testing::ValuesIn(waysToResolve()), nameOfWay);
@@ -103,6 +111,14 @@ TEST_P(OpenInRoot, ALinkSwappedInWhileInUseLeadsNowhere) {
   }
   done = true;
   swapper.join();
+}
+
+TEST_F(LeadsOut, TellsAWayOutFromAFileThatIsMissing) {
+  const std::string_view ways[] = {"out", "out/kept", "out-up/kept", "absolute", "../x", "up"};
+  const std::string_view inside[] = {"data/file", "data/../data", "link-2", "dangling",
+                                     "missing",   "loop",         ".",      ""};
+  for (const auto path : ways) EXPECT_TRUE(device_.open().leadsOut(path)) << path;
+  for (const auto path : inside) EXPECT_FALSE(device_.open().leadsOut(path)) << path;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The command line as a whole: help, slips, completions, the manual.
 
+#include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
 #include <regex>
@@ -60,6 +61,16 @@ class CommandLine : public Command {
                              "printf '%s ' \"${COMPREPLY[@]}\"\n");
   }
 };
+
+TEST_F(CommandLine, WhatCannotBePrintedIsTold) {
+  for (const std::string arguments :
+       {"--help", "new --help", "--version", "format", "keys", "completion bash", "check --list"}) {
+    const Outcome outcome = prismal(arguments, "2>&1 >/dev/full");
+    EXPECT_EQ(outcome.status, 2) << arguments;
+    EXPECT_EQ(outcome.output.substr(0, 7), "prismal") << arguments;
+    EXPECT_EQ(std::ranges::count(outcome.output, '\n'), 1) << outcome.output;
+  }
+}
 
 TEST_F(CommandLine, HelpHasExamplesForEveryCommand) {
   for (const std::string& command : commands()) {

@@ -183,6 +183,9 @@ TEST_F(Install, RefusesInOneLineAndChangesNothing) {
       {"install A.theme --device-root A.theme/theme.plist", "no device at A.theme/theme.plist"},
       {"uninstall B", "prismal uninstall: B: no theme of that name is installed"},
       {"uninstall A B", "prismal uninstall: B: no theme of that name is installed"},
+      {"uninstall a", "a: no theme of that name is installed; did you mean A?"},
+      {"uninstall A.plist", "prismal uninstall: A.plist: no theme of that name is installed"},
+      {"uninstall A/theme.plist", "A/theme.plist: no theme of that name is installed"},
       {"uninstall", "names of themes, or --all"},
       {"uninstall A --all", "names of themes, or --all"},
       {"uninstall A --device-root none", "no device at none: No such file"},
@@ -216,6 +219,18 @@ TEST_F(Install, AThemeThatIsDamagedOnTheDeviceCostsTheOthersNothing) {
       << outcome.output;
   EXPECT_EQ(keyOf(drawn()), kRed);
   EXPECT_EQ(prismal("uninstall B").output, "");
+}
+
+TEST_F(Install, AThemeGoesByTheFolderThatItCameFrom) {
+  theme("A", "<dict/>");
+  theme("below/B", "<dict/>");
+  theme("C.theme", "<dict/>");
+  ASSERT_EQ(prismal("install A.theme below/B.theme C.theme.theme").status, 0);
+  ASSERT_EQ(installed(), (Names{"C.theme", "B", "A"}));
+  EXPECT_EQ(prismal("uninstall A.theme below/B.theme/").output, "");
+  // A name goes before the folder that it looks like.
+  EXPECT_EQ(prismal("uninstall C.theme").output, "");
+  EXPECT_EQ(installed(), Names());
 }
 
 TEST_F(Install, WhatNoListNamesIsClearedAndNothingElse) {

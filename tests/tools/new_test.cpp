@@ -62,6 +62,16 @@ TEST_F(New, TakesTheNameWithOrWithoutItsExtension) {
   }
 }
 
+TEST_F(New, TellsACommandThatAShellTakesAsItIs) {
+  for (const std::string name : {"-x", "\"it's\"", "'a $b'"}) {
+    const Outcome made = prismal("new -- " + name);
+    const auto command = made.output.find("prismal render");
+    ASSERT_NE(command, std::string::npos) << made.output;
+    EXPECT_EQ(script(made.output.substr(command)).status, 0) << made.output;
+    EXPECT_TRUE(fs::remove(folder() / "picture.png")) << made.output;
+  }
+}
+
 TEST_F(New, OverwritesNothing) {
   write("A.theme/theme.plist", "mine");
   write("B.theme", "mine");
@@ -73,7 +83,11 @@ TEST_F(New, OverwritesNothing) {
                         {"B", "B.theme: "},
                         {"none/C", "none/C.theme: No such file"},
                         {"..", "..: no name for a theme"},
-                        {".theme/..", ".theme/..: no name for a theme"}};
+                        {".theme/..", ".theme/..: no name for a theme"},
+                        // What no device could have installed.
+                        {"...theme", "...theme: no name for a theme"},
+                        {"\"$(printf 'a\\nb')\"", "a\\nb: no name for a theme"},
+                        {"\"$(printf 'a\\377')\"", "a\xEF\xBF\xBD: no name for a theme"}};
   for (const auto& [name, message] : cases) {
     const Outcome outcome = prismal("new " + name);
     EXPECT_EQ(outcome.status, 2) << name;

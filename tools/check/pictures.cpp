@@ -34,6 +34,7 @@ struct File {
   bool exists = false;
   std::string reason;  ///< why it is no picture
   PixelCount size;
+  bool isOutside = false;
 };
 using Files = std::map<std::string, File>;
 
@@ -46,7 +47,7 @@ File readPicture(const Copies::value_type& copied, const DeviceRoot& device,
                  std::atomic<std::uint64_t>& spentPixels) {
   using host::images::kMaxPixelsTogether;
   const auto& [path, failure] = copied;
-  if (failure) return {failure->error != ENOENT, failure->reason, {}};
+  if (failure) return {failure->error != ENOENT, failure->reason, {}, failure->error == EXDEV};
   const auto bytes = device.readFile(placeOf(path), host::images::kMaxFileBytes);
   if (!bytes) return {true, bytes.reason(), {}};
   const std::uint64_t left = kMaxPixelsTogether - std::min(kMaxPixelsTogether, spentPixels.load());
@@ -92,7 +93,12 @@ Files readAll(const Copies& copies, const DeviceRoot& device) {
 }
 
 void tellBroken(Theme& theme, const Place& place, std::string_view path, const File& file) {
-  theme.findings.add("image-broken"_rule, place, inQuotes(path) + " is no picture: " + file.reason);
+  if (file.isOutside) {
+    theme.findings.add("image-outside"_rule, place, inQuotes(path) + " is " + file.reason);
+  } else {
+    theme.findings.add("image-broken"_rule, place,
+                       inQuotes(path) + " is no picture: " + file.reason);
+  }
 }
 
 /// The sizes of the picture at `path` of the theme's folder, all that is wrong with it told.

@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "check/words.h"
-#include "host/plist/limits.h"
 #include "host/plist/utf8.h"
 #include "host/plist/values.h"
+#include "text_file.h"
 
 namespace tools::check {
 
@@ -102,7 +102,7 @@ std::optional<Source> Source::read(const std::string& theme, Refusal& refusal) {
     refusal = {{}, folder.reason(), {}};
     return std::nullopt;
   }
-  auto bytes = folder->readFile(file.filename().string(), host::plist::kMaxBytes);
+  auto bytes = readRegularFile(file.string());
   if (!bytes) {
     const bool isLacking = isFolderAt(theme) && bytes.failure().error == ENOENT;
     refusal = {{}, isLacking ? "missing; a theme folder needs one" : bytes.reason(), {}};

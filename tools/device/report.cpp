@@ -4,17 +4,20 @@
 
 #include "exit_status.h"
 #include "host/files/darwin_notify.h"
+#include "host/plist/description.h"
 
 namespace tools::device {
 
 int refuse(std::string_view subcommand, const std::string& reason) {
   std::fprintf(stderr, "prismal %.*s: %s\n", static_cast<int>(subcommand.size()), subcommand.data(),
-               reason.c_str());
+               host::plist::escapeControls(reason).c_str());
   return kTrouble;
 }
 
 void tell(const std::vector<std::string>& notes) {
-  for (const std::string& note : notes) std::fprintf(stderr, "%s\n", note.c_str());
+  for (const std::string& note : notes) {
+    std::fprintf(stderr, "%s\n", host::plist::escapeControls(note).c_str());
+  }
 }
 
 int post(const host::files::DeviceRoot& device, std::string_view notification,

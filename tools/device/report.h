@@ -8,7 +8,8 @@
 
 namespace tools::device {
 
-// What the commands that change a device say on standard error, and what they exit with.
+// What the commands that change a device say on standard error, and what they exit with. Control
+// characters, which a theme may have brought, are escaped.
 
 /// Says in one line why the subcommand did not do what it was asked.
 int refuse(std::string_view subcommand, const std::string& reason);

@@ -39,12 +39,6 @@ Failure at(std::string_view path, const Failure& failure) {
   return Failure(failure.error, std::string(path) + ": " + failure.reason);
 }
 
-/// Whether a folder can bear the name, and a property list name the folder.
-bool isThemeName(std::string_view name) {
-  return !name.empty() && name != "." && name != ".." && name.find('/') == name.npos &&
-         host::plist::escapeControls(name) == name;
-}
-
 void add(std::vector<std::string>& names, std::string_view name) {
   if (std::ranges::find(names, name) == names.end()) names.emplace_back(name);
 }
@@ -70,7 +64,7 @@ Result<ThemeStore> ThemeStore::read(const DeviceRoot& device) {
   if (!order) return at(kOrder, order.failure());
   for (const PropertyListView item : order->objectForKey(kNames).items()) {
     const auto name = item.string();
-    if (name && isThemeName(*name)) add(store.names_, *name);
+    if (name && theme::isThemeName(*name)) add(store.names_, *name);
   }
   return store;
 }
@@ -88,7 +82,7 @@ Result<PropertyList> ThemeStore::read(std::string_view name, std::string_view fo
 
 Result<ThemeStore::Notes> ThemeStore::install(const theme::ThemeSource& source) {
   const std::string& name = source.name();
-  if (!isThemeName(name)) {
+  if (!theme::isThemeName(name)) {
     return Failure(EINVAL, host::plist::escapeControls(name) + ": no theme can have this name");
   }
   const std::string folder = join(kStaged, name);

@@ -137,7 +137,7 @@ std::string rulesText(const Explanation& explanation, const ThemeRules& rules) {
   const std::string name(list.name);
   if (!list.rules) return "RULES  none: the theme has no " + name + "\n";
   if (!list.rules.isArray()) return "RULES  none: " + name + " is no array\n";
-  std::string text = "RULES of " + name + ", " + rules.file() + "\n";
+  std::string text = "RULES of " + name + ", " + host::plist::escapeControls(rules.file()) + "\n";
   if (name != explanation.visualStyle) {
     text += std::string(explanation.visualStyle) + " has them from there\n";
   }
@@ -180,7 +180,7 @@ std::string explanationText(const Explanation& explanation, const ThemeRules& ru
 
 std::string placeOf(platform::PropertyListView rule, const std::string& file) {
   const auto line = lineOf(rule);
-  return line ? "line " + std::to_string(*line) + " of " + file : file;
+  return (line ? "line " + std::to_string(*line) + " of " : "") + host::plist::escapeControls(file);
 }
 
 }  // namespace tools::explain

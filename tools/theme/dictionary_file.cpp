@@ -6,6 +6,8 @@
 #include "host/plist/limits.h"
 #include "host/plist/reader.h"
 #include "host/plist/writer.h"
+#include "text_file.h"
+#include "theme/folder_file.h"
 
 namespace tools::theme {
 
@@ -14,9 +16,10 @@ using host::files::DeviceRoot;
 using host::files::Failure;
 using host::files::Result;
 
-Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::string_view path,
-                                              const std::string& what) {
-  const auto bytes = root.readFile(path, host::plist::kMaxBytes);
+namespace {
+
+Result<platform::PropertyList> dictionaryIn(const Result<std::string>& bytes,
+                                            const std::string& what) {
   if (!bytes) return bytes.failure();
   auto reading = host::plist::read(*bytes);
   if (!reading) return Failure(EINVAL, std::move(reading.reason));
@@ -24,11 +27,18 @@ Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::strin
   return std::move(reading.list);
 }
 
+}  // namespace
+
+Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::string_view path,
+                                              const std::string& what) {
+  return dictionaryIn(root.readFile(path, host::plist::kMaxBytes), what);
+}
+
 Result<DictionaryFile> readDictionaryFile(const fs::path& file, const std::string& what) {
   auto folder = DeviceRoot::open(file.has_parent_path() ? file.parent_path() : fs::path("."),
                                  DeviceRoot::Creation::kNever);
   if (!folder) return Failure(folder.failure().error, file.string() + ": " + folder.reason());
-  auto list = readDictionary(*folder, file.filename().string(), what);
+  auto list = dictionaryIn(readRegularFile(file.string()), what);
   if (!list) return Failure(list.failure().error, file.string() + ": " + list.reason());
   return DictionaryFile{*std::move(list), *std::move(folder)};
 }

@@ -23,7 +23,8 @@ host::files::Result<platform::PropertyList> readDictionary(const host::files::De
                                                            std::string_view path,
                                                            const std::string& what);
 
-/// The same for a file of this machine; the failure's text names the file, too.
+/// The same for a file of this machine, which may be a link to anywhere; the failure's text names
+/// the file, too. The folder is the one that `file` names, whatever the link.
 host::files::Result<DictionaryFile> readDictionaryFile(const std::filesystem::path& file,
                                                        const std::string& what);
 

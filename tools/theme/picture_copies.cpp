@@ -4,6 +4,7 @@
 
 #include "backgrounds/double_resolution_path.h"
 #include "host/images/limits.h"
+#include "theme/folder_file.h"
 #include "theme/limits.h"
 
 namespace tools::theme {
@@ -32,7 +33,7 @@ Result<PictureCopies::Missing> PictureCopies::copyNewFile(const std::string& pat
   if (files_ == kMaxPictures) {
     return Missing(Failure(EFBIG, "more pictures than " + std::to_string(kMaxPictures)));
   }
-  const auto bytes = folder_.readFile(path, host::images::kMaxFileBytes);
+  const auto bytes = readInFolder(folder_, path, host::images::kMaxFileBytes);
   if (!bytes) return Missing(bytes.failure());
   if (bytes->size() > kMaxPictureBytes - bytes_) {
     return Missing(Failure(EFBIG, "the pictures are larger together than " +

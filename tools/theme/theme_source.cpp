@@ -39,6 +39,11 @@ std::string themeName(const std::string& path) {
   return last.stem().string();
 }
 
+bool isThemeName(std::string_view name) {
+  return !name.empty() && name != "." && name != ".." && name.find('/') == name.npos &&
+         host::plist::escapeControls(name) == name;
+}
+
 Result<ThemeSource> ThemeSource::read(const std::string& path) {
   std::error_code error;
   const bool isFolder = fs::is_directory(path, error);

@@ -12,6 +12,9 @@ namespace tools::theme {
 /// What to call the theme at `path`: its last part without an extension.
 std::string themeName(const std::string& path);
 
+/// Whether a folder of a device can bear the name, and a property list name the folder.
+bool isThemeName(std::string_view name);
+
 /// A theme as its author keeps it: a folder NAME.theme with theme.plist and its pictures, or a
 /// property-list file that stands alone.
 class ThemeSource {
