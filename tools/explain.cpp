@@ -151,7 +151,7 @@ std::optional<std::string> contradictionOfRule(const ExplainOptions& options) {
   }
   if (options.picture == "-") return "-o -: the keys are told on standard output";
   if (options.picture.empty() || options.dress.theme.empty()) return std::nullopt;
-  return refusalToReplace(options.picture, watch::filesOfTheme(options.dress.theme));
+  return refusalToReplace(options.picture, watch::filesOfTheme(options.dress));
 }
 
 std::optional<std::string> contradiction(const ExplainOptions& options) {

@@ -34,6 +34,8 @@
 
 namespace tools {
 
+namespace fs = std::filesystem;
+
 using host::files::Done;
 using host::files::Failure;
 using host::files::Result;
@@ -241,12 +243,24 @@ std::optional<std::string> contradiction(const RenderOptions& options) {
   return several ? contradictionOfSeveral(options) : keyboard::contradictionOf(options.view);
 }
 
+/// Whether a file is there, below the folder in which the theme's files are.
+bool liesWith(const fs::path& file, const fs::path& theme) {
+  std::error_code error;
+  if (!fs::exists(file, error)) return false;
+  const fs::path folder = fs::is_directory(theme, error) ? theme : theme.parent_path();
+  const fs::path way = fs::weakly_canonical(file, error)
+                           .lexically_relative(fs::weakly_canonical(folder / ".", error));
+  return !error && !way.empty() && *way.begin() != "..";
+}
+
 /// Why what is written would destroy what is read.
 std::optional<std::string> refusalToReplaceInputs(const RenderOptions& options) {
   std::vector<fs::path> inputs;
   keyboard::Dress read = options.dress;
   for (const std::string& theme : {options.dress.theme, options.diff}) {
+    // To ask a theme for its files takes a process.
     if (theme.empty()) continue;
+    if (!liesWith(outputOf(options), theme) && !liesWith(options.keys, theme)) continue;
     read.theme = theme;
     std::ranges::move(watch::filesOfTheme(read), std::back_inserter(inputs));
   }

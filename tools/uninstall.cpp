@@ -44,12 +44,12 @@ std::string noSuchTheme(const std::vector<std::string>& installed, const std::st
   return name + ": no theme of that name is installed" +
          (near ? "; did you mean " + std::string(*near) + "?" : "");
 }
-}
 
 Result<Done> stage(ThemeStore& store, const UninstallOptions& options) {
   if (options.all) store.uninstallAll();
   for (const std::string& name : options.names) {
-    if (!store.uninstall(nameOf(store, name))) return Failure(ENOENT, noSuchTheme(store.names(), name));
+    if (!store.uninstall(nameOf(store, name)))
+      return Failure(ENOENT, noSuchTheme(store.names(), name));
   }
   return Done();
 }
@@ -60,7 +60,8 @@ int uninstall(const UninstallOptions& options) {
   }
   const auto device = device::openDeviceIfAny(options.place);
   if (device && !*device) {
-    return options.all ? kDone : device::refuse("uninstall", noSuchTheme({}, options.names.front()));
+    return options.all ? kDone
+                       : device::refuse("uninstall", noSuchTheme({}, options.names.front()));
   }
   return device::changeThemes("uninstall", options.place, DeviceRoot::Creation::kNever,
                               [&](ThemeStore& store) { return stage(store, options); });

@@ -23,6 +23,7 @@
 #include "keyboard/keyboard_process.h"
 #include "keyboard/view.h"
 #include "library_path.h"
+#include "output_file.h"
 #include "render/one_view.h"
 #include "sandbox/sandbox.h"
 #include "watch/drawing.h"
