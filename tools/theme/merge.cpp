@@ -113,6 +113,7 @@ class Merger {
       }
     }
     std::vector<Builder::Entry> entries;
+    entries.reserve(images.size());
     for (const auto& [key, path] : images) entries.push_back({key, path});
     return builder_.dictionary(entries);
   }
