@@ -37,7 +37,12 @@ struct Nursery::Shared {
 namespace {
 
 // A session that hangs is the engine's to report; nobody waits for it much longer.
-constexpr unsigned kLongest_s = 60;
+constexpr unsigned kLongest_s = 300;
+
+/// How a process ends whose work is done, or can't be, or that found no more to do.
+constexpr int kDone = 0;
+constexpr int kBroken = 1;
+constexpr int kNoMore = 2;
 
 std::size_t counters() {
   return coverageBegin == nullptr ? 0 : static_cast<std::size_t>(coverageEnd - coverageBegin);
@@ -91,14 +96,16 @@ Nursery::Nursery(const Duties& duties) {
 
 void Nursery::serve(const Duties& duties) {
   duties.prepare();
-  for (char byte = 0; receive(requests_, byte);) {
+  for (int status = 0; status != kNoMore;) {
+    // Before there is an input: what waits for it is there already.
     const pid_t child = ::fork();
     require(child >= 0, "a process can be started");
     if (child == 0) work(duties);
-    int status = 0;
     require(::waitpid(child, &status, 0) == child, "the process can be waited for");
+    status = WIFEXITED(status) ? WEXITSTATUS(status) : kBroken;
     duties.tidy();
-    if (!send(answers_, WIFEXITED(status) && WEXITSTATUS(status) == 0 ? '+' : '-')) break;
+    // Done work has answered for itself.
+    if (status != kDone && status != kNoMore && !send(answers_, '-')) break;
   }
   duties.leave();
   ::_exit(0);
@@ -106,11 +113,14 @@ void Nursery::serve(const Duties& duties) {
 
 void Nursery::work(const Duties& duties) {
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  char request = 0;
+  if (!receive(requests_, request)) ::_exit(kNoMore);
   ::alarm(kLongest_s);
   if (counters() > 0) std::memset(coverageBegin, 0, counters());
   duties.work({shared_->input.data(), shared_->size});
   if (counters() > 0) std::memcpy(shared_->counters(), coverageBegin, counters());
-  ::_exit(leaks() ? 1 : 0);
+  if (leaks() || !send(answers_, '+')) ::_exit(kBroken);
+  ::_exit(kDone);
 }
 
 void Nursery::run(std::string_view input) {

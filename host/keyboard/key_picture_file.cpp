@@ -107,8 +107,13 @@ images::SharedBitmap readPicture(Reader& reader) {
 bool readEntry(Reader& reader, KeyPictureGroup& group) {
   const auto identity = reader.takeText();
   if (!identity) return false;
+  auto& pictures = group.pictures;
+  // They are written in order; in another, or twice, nobody has written them.
+  if (!pictures.empty() && pictures.rbegin()->first >= *identity) return false;
   auto picture = readPicture(reader);
-  return picture && group.pictures.emplace(*identity, std::move(picture)).second;
+  if (!picture) return false;
+  pictures.emplace_hint(pictures.end(), *identity, std::move(picture));
+  return true;
 }
 
 bool isSound(const Header& header, std::string_view body) {

@@ -102,16 +102,19 @@ TEST(KeyPictureFile, ThatClaimsTooMuchIsNone) {
   }
 }
 
-TEST(KeyPictureFile, WithOneKeyTwiceIsNone) {
+TEST(KeyPictureFile, WithOneKeyTwiceOrOutOfOrderIsNone) {
   std::string bytes = encodeGroup(sample());
   ASSERT_EQ(bytes[kIdentity], 'a');
   std::uint32_t size = 0;
   std::memcpy(&size, bytes.data() + kIdentitySize, sizeof size);
   ASSERT_EQ(size, 1U);
-  std::uint32_t twice = 0;
-  std::memcpy(&twice, bytes.data() + kIdentity, sizeof twice);
-  EXPECT_TRUE(decodeGroup(forged(kIdentity, twice)));
-  EXPECT_FALSE(decodeGroup(forged(kIdentity, (twice & ~0xffU) | 'b')));
+  std::uint32_t first = 0;
+  std::memcpy(&first, bytes.data() + kIdentity, sizeof first);
+  EXPECT_TRUE(decodeGroup(forged(kIdentity, first)));
+  for (const char identity : {'b', 'c'}) {
+    const auto changed = (first & ~0xffU) | static_cast<unsigned char>(identity);
+    EXPECT_FALSE(decodeGroup(forged(kIdentity, changed))) << identity;
+  }
 }
 
 }  // namespace
