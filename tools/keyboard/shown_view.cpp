@@ -54,9 +54,13 @@ void become(const host::boards::Board& board, double scale) {
       {.screenScale = scale, .interfaceIdiom = board.is_tablet ? 1 : 0, .systemVersion = "7.0.4"});
 }
 
+double deviceScale(double scale) {
+  return scale > 1 ? 2 : 1;
+}
+
 Result<ShownView> showView(const View& view, double scale, host::drawing::Fonts& fonts) {
   const platform::NSAutoreleasePool pool;
-  become(*view.keyplane.board, scale);
+  become(*view.keyplane.board, deviceScale(scale));
   ShownView shown;
   shown.keyplane = render::makeKeyplane(view.keyplane);
   if (auto failure = changeKeys(shown.keyplane, view.disabled, render::disable, "--disable")) {
