@@ -87,9 +87,13 @@ Failure noSuchKey(std::string_view option, std::string_view key,
                              render::keyNames(keyplane));
 }
 
+double deviceScale(double scale) {
+  return scale > 1 ? 2 : 1;
+}
+
 Result<ShownView> showView(const View& view, double scale, host::drawing::Fonts& fonts) {
   const platform::NSAutoreleasePool pool;
-  become(*view.keyplane.board, scale);
+  become(*view.keyplane.board, deviceScale(scale));
   ShownView shown;
   shown.keyplane = render::makeKeyplane(view.keyplane);
   if (auto failure = changeKeys(shown.keyplane, view.disabled, render::disable, "--disable")) {

@@ -24,10 +24,16 @@ struct ShownView {
   platform::Retained<platform::UIView> views;
 };
 
+/// The scale of the device that shows a picture of `scale` pixels a point: devices have one or two,
+/// and what has two is the sharper source for any scale above one. The library asks a device's
+/// scale when it first reads a picture of a theme, so that a process shows one device's alone.
+double deviceScale(double scale);
+
 /// Makes this process answer for the device that has `board`, at `scale` pixels a point.
 void become(const host::boards::Board& board, double scale);
 
-/// Makes the keyboard of this process, a KeyboardProcess, show `view`, and asks what it draws; with
+/// Makes the keyboard of this process, a KeyboardProcess, show `view` on a device for `scale`, and
+/// asks what it draws at that scale; with
 /// `fonts` when the keyboard keeps pictures of its keys. Refuses a key that the keyplane doesn't
 /// have. Main thread only.
 host::files::Result<ShownView> showView(const View& view, double scale,

@@ -77,10 +77,4 @@ Result<std::string> drawSheet(const Question& question) {
   return pngOf(*sheet);
 }
 
-std::vector<std::string_view> namesIn(const Parameters& parameters) {
-  std::vector<std::string_view> names;
-  for (const auto& [name, value] : parameters) names.push_back(name);
-  return names;
-}
-
 }  // namespace tools::serve

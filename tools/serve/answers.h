@@ -1,8 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "explain/theme_rules.h"
 #include "host/drawing/fonts.h"
@@ -29,8 +27,5 @@ host::files::Result<std::string> explainRule(const Question& question,
 
 /// A PNG file of all views that the question leaves open, at its scale.
 host::files::Result<std::string> drawSheet(const Question& question);
-
-/// The names of parameters that have been read before.
-std::vector<std::string_view> namesIn(const Parameters& parameters);
 
 }  // namespace tools::serve

@@ -1,6 +1,7 @@
 #include "serve/keyboards.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <ctime>
 #include <sys/eventfd.h>
@@ -9,6 +10,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "keyboard/shown_view.h"
 #include "serve/passed_socket.h"
 
 namespace tools::serve {
@@ -53,8 +55,10 @@ bool hasChangedSince(const fs::path& path, const timespec& time) {
   return seconds(status.st_ctim) > seconds(time) - kTick_s;
 }
 
-bool isPerformersWish(Wish wish) {
-  return wish == Wish::picture || wish == Wish::keys;
+double scaleOf(const Parameters& parameters) {
+  Question question;
+  readQuestion(parameters, namesIn(parameters), question);
+  return question.scale;
 }
 
 }  // namespace
@@ -80,11 +84,11 @@ Keyboards::Keyboards(const Options& options, HostStarter& starter, UserSettings&
 
 // Following
 
-void Keyboards::run(int channel) {
-  for (bool isOver = false; !isOver;) {
+Keyboards::End Keyboards::run(int channel) {
+  for (;;) {
     try {
       for (Kept& kept : all_) doWhatIsDue(kept);
-      wait(channel, isOver);
+      if (const auto end = wait(channel)) return *end;
     } catch (const Json::exception& error) {
       // A process with a keyboard doesn't talk as it should: somebody else may be in it.
       std::fprintf(stderr, "prismal serve: %s\n", error.what());
@@ -109,24 +113,27 @@ int Keyboards::timeout_ms() const {
   return std::max(0, static_cast<int>(left.count()));
 }
 
-void Keyboards::wait(int channel, bool& isOver) {
+std::optional<Keyboards::End> Keyboards::wait(int channel) {
   constexpr std::size_t kFirst = 2;
   std::vector<pollfd> polled = {{channel, POLLIN, 0}, {wake_.get(), POLLIN, 0}};
   for (const Kept& kept : all_) {
     polled.push_back({kept.watch ? kept.watch->descriptor() : -1, POLLIN, 0});
     polled.push_back({kept.checker ? kept.checker->descriptor() : -1, POLLIN, 0});
   }
-  if (::poll(polled.data(), polled.size(), timeout_ms()) <= 0) return;
+  if (::poll(polled.data(), polled.size(), timeout_ms()) <= 0) return std::nullopt;
   for (std::size_t i = 0; i < all_.size(); ++i) {
     Kept& kept = all_[i];
     if (polled[kFirst + 2 * i].revents != 0 && kept.watch->takeChanges()) noteChange(kept);
     if (polled[kFirst + 2 * i + 1].revents != 0) takeCheck(kept);
   }
   if (polled[1].revents != 0) takeRenewal();
-  if (polled[0].revents == 0) return;
+  if (polled[0].revents == 0) return std::nullopt;
   const auto note = takePassed(channel);
-  isOver = !note;
-  if (note) takeNote(Json::parse(note->text));
+  if (!note) return End::kAbandoned;
+  const Json told = Json::parse(note->text);
+  if (told.contains("end")) return End::kAsked;
+  takeNote(told);
+  return std::nullopt;
 }
 
 void Keyboards::takeRenewal() {
@@ -146,22 +153,32 @@ void Keyboards::noteChange(Kept& kept) {
   stopCheck(kept);
 }
 
-void Keyboards::startVersion(Kept& kept) {
-  kept.due.reset();
-  if (!kept.watch && !kept.theme.empty()) followFiles(kept, Json::array(), {});
-  timespec start{};
-  ::clock_gettime(CLOCK_REALTIME, &start);
+/// Both at the same time: they are to read the same.
+Keyboards::Start Keyboards::startHosts(const Kept& kept) {
+  Start start;
   HostTask task{.look = kept.look, .settings = settings_.file()};
   {
     const std::scoped_lock lock(mutex_);
     task.first = kept.lastAsked;
   }
-  const std::uint64_t generation = settings_.generation();
-  HostHandle host = starter_.start(task);
-  const auto said = host ? host->hear(kForStart) : std::nullopt;
+  start.first = task.first;
+  start.generation = settings_.generation();
+  start.performer = starter_.start(task);
+  task.role = Role::answerer;
+  if (!kept.theme.empty()) start.answerer = starter_.start(task);
+  return start;
+}
+
+void Keyboards::startVersion(Kept& kept) {
+  kept.due.reset();
+  if (!kept.watch && !kept.theme.empty()) followFiles(kept, Json::array(), {});
+  timespec time{};
+  ::clock_gettime(CLOCK_REALTIME, &time);
+  const Start start = startHosts(kept);
+  const auto said = start.performer ? start.performer->hear(kForStart) : std::nullopt;
   const bool isGood = said && said->head.value("ok", false);
   if (kept.watch && kept.watch->takeChanges()) noteChange(kept);
-  if (isGood && !kept.theme.empty() && followFiles(kept, said->head["facts"]["files"], start)) {
+  if (isGood && !kept.theme.empty() && followFiles(kept, said->head["facts"]["files"], time)) {
     noteChange(kept);
   }
   const bool isHalfSaved =
@@ -170,7 +187,7 @@ void Keyboards::startVersion(Kept& kept) {
   // Somebody may have ended it; a theme of which it dies is told to the page.
   if (!said && kept.deaths < kMostDeaths) return dueAfterDeath(kept);
   kept.since = kept.due ? std::optional(Clock::now()) : std::nullopt;
-  isGood ? show(kept, std::move(host), *said, {task.first, generation}) : refuse(kept, said);
+  isGood ? show(kept, start, *said) : refuse(kept, said);
 }
 
 /// Watches what the theme is made of now. Whether something was saved since `start` that was not
@@ -194,15 +211,16 @@ bool Keyboards::followFiles(Kept& kept, const Json& files, timespec start) {
   return hasChanged;
 }
 
-void Keyboards::show(Kept& kept, HostHandle host, const Message& ready, const Start& start) {
-  HostHandle before;
+void Keyboards::show(Kept& kept, const Start& start, const Message& ready) {
   {
     const std::scoped_lock lock(mutex_);
     if (!ready.bytes.empty()) {
-      cache_.keep(cacheKey(*host, Wish::picture, start.first, start.generation), ready.bytes);
+      cache_.keep(cacheKey(*start.performer, Wish::picture, start.first, start.generation),
+                  ready.bytes);
     }
-    before = std::exchange(kept.performer, std::move(host));
-    kept.answerer.reset();
+    kept.performer = start.performer;
+    kept.performersScale = keyboard::deviceScale(scaleOf(start.first));
+    kept.answerer = start.answerer;
     kept.shown = ++kept.version;
     kept.finding = {};
     if (!kept.theme.empty()) kept.facts = ready.head["facts"];
@@ -210,15 +228,8 @@ void Keyboards::show(Kept& kept, HostHandle host, const Message& ready, const St
   changed_.notify_all();
   publish_("version", version(kept.look));
   // Its settings are those of when it started.
-  if (settings_.generation() != start.generation) putSettingsOn(kept.performer);
-  if (kept.theme.empty()) return;
-  HostHandle answerer = startAnswerer(kept);
-  {
-    const std::scoped_lock lock(mutex_);
-    kept.answerer = std::move(answerer);
-  }
-  changed_.notify_all();
-  kept.checkDue = Clock::now() + kBeforeCheck;
+  if (settings_.generation() != start.generation) putSettingsOn(kept);
+  if (!kept.theme.empty()) kept.checkDue = Clock::now() + kBeforeCheck;
 }
 
 void Keyboards::refuse(Kept& kept, const std::optional<Message>& said) {
@@ -231,12 +242,10 @@ void Keyboards::refuse(Kept& kept, const std::optional<Message>& said) {
                                        : "the keyboard's process died while it started"}};
     }
   }
+  changed_.notify_all();
+  changed_.notify_all();
   publish_("version", version(kept.look));
   if (!kept.theme.empty()) kept.checkDue = Clock::now() + kBeforeCheck;
-}
-
-HostHandle Keyboards::startAnswerer(const Kept& kept) {
-  return starter_.start({.role = Role::answerer, .look = kept.look, .settings = settings_.file()});
 }
 
 // Checks
@@ -320,17 +329,29 @@ std::vector<Look> Keyboards::looks() const {
   return looks;
 }
 
-/// The process that answers the wish, when it is another than `other`; null when none comes.
-HostHandle Keyboards::waitForHost(const Kept& kept, Wish wish, const HostHandle& other) {
+/// Which process answers. A performer shows one device, and answers for pictures of its scale. When
+/// it is dead and none can be made of what is there now, the last good version's answerer is left.
+const HostHandle& Keyboards::hostFor(const Kept& kept, Wish wish, double scale) {
+  const bool isPerformers = wish == Wish::picture || wish == Wish::keys;
+  const bool isItsDevice = kept.performersScale == keyboard::deviceScale(scale);
+  const bool isBroken = !kept.finding.is_null();
+  const bool isLost = !kept.performer && isBroken;
+  // The system's look has no pictures, and no answerer.
+  if (kept.theme.empty()) return kept.performer;
+  return isPerformers && isItsDevice && !isLost ? kept.performer : kept.answerer;
+}
+
+/// The process that answers, when it is another than `other`; null when none comes.
+HostHandle Keyboards::waitForHost(const Kept& kept, Wish wish, double scale,
+                                  const HostHandle& other) {
   std::unique_lock lock(mutex_);
-  HostHandle host;
-  const auto finds = [&] {
-    host = isPerformersWish(wish) ? kept.performer : kept.answerer;
-    // The last good version's performer is dead, and none can be made of what is there now.
-    if (!host && !kept.finding.is_null()) host = kept.answerer;
-    return host && host != other;
-  };
-  return changed_.wait_for(lock, kForSuccessor, finds) ? host : nullptr;
+  changed_.wait_for(lock, kForSuccessor, [&] {
+    const HostHandle& host = hostFor(kept, wish, scale);
+    // Of a theme that can't be read none will come.
+    return (host && host != other) || (!host && !kept.finding.is_null());
+  });
+  const HostHandle& host = hostFor(kept, wish, scale);
+  return host == other ? nullptr : host;
 }
 
 std::string Keyboards::cacheKey(const KeyboardHost& host, Wish wish, const Parameters& parameters,
@@ -351,7 +372,7 @@ Reply Keyboards::ask(Wish wish, const Question& question, Parameters parameters)
   if (wish == Wish::sheet && !sheet.try_lock()) return {503, "another sheet is being drawn"};
   HostHandle host;
   for (int tries = 0; tries < 2; ++tries) {
-    host = waitForHost(kept, wish, host);
+    host = waitForHost(kept, wish, question.scale, host);
     if (!host) break;
     if (auto reply = askHost(*host, wish, parameters)) return *std::move(reply);
   }
@@ -377,24 +398,22 @@ std::optional<Reply> Keyboards::askHost(KeyboardHost& host, Wish wish,
 
 // Telling
 
-void Keyboards::putSettingsOn(const HostHandle& host) const {
-  if (!host) return;
-  const auto device = starter_.deviceOf(*host);
-  if (device) static_cast<void>(settings_.putOn(*device));
+void Keyboards::putSettingsOn(const Kept& kept) const {
+  std::array<HostHandle, 2> hosts;
+  {
+    const std::scoped_lock lock(mutex_);
+    hosts = {kept.performer, kept.answerer};
+  }
+  for (const HostHandle& host : hosts) {
+    if (!host) continue;
+    const auto device = starter_.deviceOf(*host);
+    if (device) static_cast<void>(settings_.putOn(*device));
+  }
 }
 
 void Keyboards::tellSettings() {
-  for (Kept& kept : all_) {
-    if (kept.theme.empty()) continue;
-    HostHandle performer;
-    HostHandle answerer;
-    {
-      const std::scoped_lock lock(mutex_);
-      performer = kept.performer;
-      answerer = kept.answerer;
-    }
-    putSettingsOn(performer);
-    putSettingsOn(answerer);
+  for (const Kept& kept : all_) {
+    if (!kept.theme.empty()) putSettingsOn(kept);
   }
   publish_("settings", settings_.json());
 }

@@ -42,9 +42,11 @@ class Keyboards {
   /// All that is given must outlive it.
   Keyboards(const Options& options, HostStarter& starter, UserSettings& settings, Publish publish);
 
+  enum class End : std::uint8_t { kAsked, kAbandoned };
+
   /// Follows the themes and replaces processes that die, until the supervisor, at the other end of
-  /// `channel`, is gone. One thread.
-  void run(int channel);
+  /// `channel`, asks for the end, or is gone without a word. One thread.
+  End run(int channel);
 
   // Any thread.
 
@@ -86,6 +88,7 @@ class Keyboards {
     Json facts = Json::object();
     Json findings;
     HostHandle performer;
+    double performersScale = 2;  ///< of the device that it shows
     HostHandle answerer;
     Parameters lastAsked;
   };
@@ -93,17 +96,19 @@ class Keyboards {
   /// With what a process was started.
   struct Start {
     Parameters first;
-    std::uint64_t generation;  ///< of the settings
+    std::uint64_t generation = 0;  ///< of the settings
+    HostHandle performer;
+    HostHandle answerer;  ///< null for the system's look
   };
 
   void doWhatIsDue(Kept& kept);
   void takeRenewal();
   void noteChange(Kept& kept);
   void startVersion(Kept& kept);
-  void show(Kept& kept, HostHandle host, const Message& ready, const Start& start);
+  Start startHosts(const Kept& kept);
+  void show(Kept& kept, const Start& start, const Message& ready);
   void refuse(Kept& kept, const std::optional<Message>& said);
   bool followFiles(Kept& kept, const Json& files, timespec start);
-  HostHandle startAnswerer(const Kept& kept);
   void startCheck(Kept& kept);
   void takeCheck(Kept& kept);
   void stopCheck(Kept& kept);
@@ -111,13 +116,14 @@ class Keyboards {
   void takeNote(const Json& note);
   void replace(Kept& kept, HostHandle Kept::*dead, const std::string& how);
   static void dueAfterDeath(Kept& kept);
-  void wait(int channel, bool& isOver);
+  std::optional<End> wait(int channel);
   int timeout_ms() const;
-  void putSettingsOn(const HostHandle& host) const;
+  void putSettingsOn(const Kept& kept) const;
 
   Kept& keptFor(Look look);
   const Kept& keptFor(Look look) const;
-  HostHandle waitForHost(const Kept& kept, Wish wish, const HostHandle& other);
+  static const HostHandle& hostFor(const Kept& kept, Wish wish, double scale);
+  HostHandle waitForHost(const Kept& kept, Wish wish, double scale, const HostHandle& other);
   std::optional<Reply> askHost(KeyboardHost& host, Wish wish, const Parameters& parameters);
   std::string cacheKey(const KeyboardHost& host, Wish wish, const Parameters& parameters,
                        std::uint64_t generation) const;

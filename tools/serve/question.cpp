@@ -150,4 +150,10 @@ std::optional<std::string> readQuestion(const Parameters& parameters,
   return keyboard::contradictionOf(question.view);
 }
 
+std::vector<std::string_view> namesIn(const Parameters& parameters) {
+  std::vector<std::string_view> names;
+  for (const auto& [name, value] : parameters) names.push_back(name);
+  return names;
+}
+
 }  // namespace tools::serve

@@ -63,4 +63,7 @@ std::optional<std::string> readQuestion(const Parameters& parameters,
                                         std::span<const std::string_view> allowed,
                                         Question& question);
 
+/// The names of parameters that have been read before, and can be read again.
+std::vector<std::string_view> namesIn(const Parameters& parameters);
+
 }  // namespace tools::serve

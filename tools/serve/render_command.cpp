@@ -14,7 +14,7 @@ using host::boards::Orientation;
 /// As a person would write it: in quotes only where they are needed.
 std::string word(std::string_view text) {
   constexpr std::string_view kPlain =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_./+:,@%";
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_./+:,@%=";
   const bool isPlain = !text.empty() && text.find_first_not_of(kPlain) == text.npos;
   return isPlain ? std::string(text) : host::files::quotedForShell(text);
 }
@@ -42,10 +42,15 @@ class Line {
   std::string line_ = "prismal render";
 };
 
+/// A path that begins with a dash would be taken for an option.
+std::string pathOf(const std::string& theme) {
+  return theme.starts_with('-') ? "./" + theme : theme;
+}
+
 void addDress(Line& line, const Options& options, const Question& question,
               const std::string& settings) {
   if (question.look == Look::system) return line.add("--system");
-  line.add(question.look == Look::other ? options.other : options.theme);
+  line.add(pathOf(question.look == Look::other ? options.other : options.theme));
   if (!settings.empty()) line.add("--settings", settings);
 }
 
@@ -72,7 +77,7 @@ std::string renderCommand(const Options& options, const Question& question,
   // A picture in a file is of a device's own scales.
   if (question.scale < 2) line.add("--scale", "1");
   if (question.beside == Look::system) line.add("--beside-system");
-  if (question.beside == Look::other) line.add("--diff", options.other);
+  if (question.beside == Look::other) line.add("--diff", pathOf(options.other));
   return line.text();
 }
 

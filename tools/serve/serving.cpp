@@ -7,7 +7,6 @@
 #include <stdexcept>
 #include <system_error>
 #include <thread>
-#include <unistd.h>
 #include <utility>
 
 #include "device/open_device.h"
@@ -70,13 +69,14 @@ void serve(const ServerPlace& place) {
       loadModule()([&](const http::Request& request) { return routes.answer(request); }));
   server = std::make_unique<http::Server>(std::move(place.listeners.sockets), place.listeners.port,
                                           *translator, [&] { return routes.greeting(); });
+  auto end = Keyboards::End::kAsked;
   std::thread follower([&] {
-    keyboards.run(place.channel);
+    end = keyboards.run(place.channel);
     server->stop();
   });
   server->run();
   follower.join();
-  if (getppid() != place.supervisor) clearAway(place.session);
+  if (end == Keyboards::End::kAbandoned) clearAway(place.session);
 }
 
 }  // namespace tools::serve

@@ -96,11 +96,10 @@ bool Supervisor::startServer() {
   if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) return false;
   channel_ = Descriptor(ends[0]);
   const Descriptor servers(ends[1]);
-  const pid_t self = getpid();
   serverStart_ = Clock::now();
   return startChild({Kind::kServer, 0}, "prismal-server", [&] {
     channel_ = Descriptor();
-    serve({options_, listeners_, session_.path(), servers.get(), self});
+    serve({options_, listeners_, session_.path(), servers.get()});
   });
 }
 
@@ -123,11 +122,14 @@ void Supervisor::startHost(const HostTask& task, Descriptor socket) {
   const auto work = [&] {
     channel_ = Descriptor();
     listeners_.sockets.clear();
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
     ::setenv("TMPDIR", (session_.path() / folder).c_str(), 1);
     runHost(task, dressFor(task), fonts_, socket.get());
   };
+  const bool isChecker = task.role == Role::checker;
   // Without one the server reads the end of its socket, and says that there is none.
-  if (!made || !startChild({Kind::kHost, task.number}, "prismal-host", work)) {
+  if (!made ||
+      !startChild({Kind::kHost, task.number}, isChecker ? "prismal-check" : "prismal-host", work)) {
     refuse("no process can be started: " + host::files::lastFailure().reason);
   }
 }
@@ -189,9 +191,13 @@ int Supervisor::run() {
   return kDone;
 }
 
-/// They end by themselves when nobody talks to them any more.
+/// The server ends by itself; what keyboards would clear away goes with the session.
 void Supervisor::endAll() {
+  if (channel_) pass(channel_.get(), Json({{"end", true}}).dump());
   channel_ = Descriptor();
+  for (const auto& [process, child] : children_) {
+    if (child.kind == Kind::kHost) ::kill(process, SIGKILL);
+  }
   const auto latest = Clock::now() + kForGoodbye;
   while (!children_.empty()) {
     int status = 0;

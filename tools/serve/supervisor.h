@@ -25,7 +25,6 @@ struct ServerPlace {
   Listeners& listeners;
   std::filesystem::path session;  ///< a directory of this run's own
   int channel;                    ///< to the supervisor
-  pid_t supervisor;
 };
 
 /// The process that the user has started. It has one thread and reads nothing that comes from

@@ -22,15 +22,15 @@ struct Refusal {
 
 /// What the head of a request asks for, its views into the bytes that it was read from.
 struct Head {
-  std::string_view method;  ///< GET, HEAD or POST
-  std::string_view target;  ///< from the slash on, encoded
-  bool isOld = false;       ///< HTTP/1.0
-  std::string_view host;
-  std::string_view origin;  ///< empty: none was said
-  std::string_view site;    ///< Sec-Fetch-Site: whose page asks, says the browser; empty: none
-  std::string_view contentType;
-  std::string_view knownTag;
-  std::string_view connection;
+  std::string_view method = {};  ///< GET, HEAD or POST
+  std::string_view target = {};  ///< from the slash on, encoded
+  bool isOld = false;            ///< HTTP/1.0
+  std::string_view host = {};
+  std::string_view origin = {};  ///< empty: none was said
+  std::string_view site = {};    ///< Sec-Fetch-Site: whose page asks, says the browser; empty: none
+  std::string_view contentType = {};
+  std::string_view knownTag = {};
+  std::string_view connection = {};
   std::size_t contentLength = 0;
 
   /// The head with the headers alone that answers depend on, each of them checked.
