@@ -76,9 +76,8 @@ TEST(FormatTable, HasTheKeysAndTermsThatTheLibraryReads) {
                               R"re(settings->objectForKey\("(\w+)"\))re");
   EXPECT_EQ(asSet(settings), namesOf(kSettings));
 
-  EXPECT_EQ(
-      asSet(found(textOf("src/styles/condition.cpp"), R"re(valuesAfter\("(\w+)=", term\))re")),
-      namesOf(kConditionTerms));
+  EXPECT_EQ(asSet(found(textOf("src/styles/condition.cpp"), R"re(\{"(\w+)=", ConditionSubject)re")),
+            namesOf(kConditionTerms));
 }
 
 TEST(FormatTable, HasTheVisualStylesOfTheLibrary) {
