@@ -56,6 +56,21 @@ std::string expressionOf(std::string_view condition) {
 
 }  // namespace
 
+std::string lineOf(const KeyTexts& key) {
+  std::string text;
+  for (const std::string_view field : key) text.append(field).append(";");
+  return text;
+}
+
+std::vector<PropertyListView> matchByRegexOfText(PropertyListView rules, const std::string& line) {
+  std::vector<PropertyListView> styles;
+  for (const PropertyListView rule : rules.items()) {
+    const std::regex expression(expressionOf(*rule.items()[0].string()));
+    if (std::regex_match(line, expression)) styles.push_back(rule.items()[1]);
+  }
+  return styles;
+}
+
 std::vector<PropertyListView> matchByWalkingRegex(PropertyListView rules, const KeyTexts& key) {
   std::vector<PropertyListView> styles;
   for (const PropertyListView rule : rules.items()) {
@@ -69,12 +84,6 @@ CompiledRegexRules::CompiledRegexRules(PropertyListView rules) {
     rules_.push_back({std::regex(expressionOf(*rule.items()[0].string()), std::regex::optimize),
                       rule.items()[1]});
   }
-}
-
-std::string CompiledRegexRules::line(const KeyTexts& key) {
-  std::string text;
-  for (const std::string_view field : key) text.append(field).append(";");
-  return text;
 }
 
 std::vector<PropertyListView> CompiledRegexRules::matching(const std::string& line) const {

@@ -13,8 +13,16 @@ namespace bench {
 
 using KeyTexts = std::array<std::string_view, kSubjects>;
 
-/// A peer that keeps nothing of the rules either: at every request it takes the conditions apart
-/// anew, by expressions of the standard library that were compiled once.
+/// The line that says what a key answers.
+std::string lineOf(const KeyTexts& key);
+
+/// A peer that keeps nothing of the rules: at every request it makes an expression of the standard
+/// library of each condition, and matches it against the line that says all of a key.
+std::vector<platform::PropertyListView> matchByRegexOfText(platform::PropertyListView rules,
+                                                           const std::string& line);
+
+/// A peer that at every request takes the conditions apart anew, by expressions that were compiled
+/// once.
 std::vector<platform::PropertyListView> matchByWalkingRegex(platform::PropertyListView rules,
                                                             const KeyTexts& key);
 
@@ -24,9 +32,6 @@ class CompiledRegexRules {
  public:
   /// The styles live as long as the list.
   explicit CompiledRegexRules(platform::PropertyListView rules);
-
-  /// The line that says what a key answers.
-  static std::string line(const KeyTexts& key);
 
   /// The style dictionaries of all rules that hold, in order.
   std::vector<platform::PropertyListView> matching(const std::string& line) const;

@@ -17,7 +17,7 @@ namespace {
 
 void askTraits(benchmark::State& state) {
   const auto factory = host::keyboard::keyboard().factory.get();
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     const platform::NSAutoreleasePool pool;
     benchmark::DoNotOptimize(host::keyboard::askTraits(factory, sampleKey(), sampleKeyplane()));
   }
@@ -26,7 +26,7 @@ void askTraits(benchmark::State& state) {
 void askPlatform(benchmark::State& state) {
   const auto factory = host::keyboard::keyboard().factory.get();
   const auto selector = platform::sel_registerName("traitsForKey:onKeyplane:");
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     const platform::NSAutoreleasePool pool;
     benchmark::DoNotOptimize(
         prismal::previous.traitsForKey(factory, selector, sampleKey(), sampleKeyplane()));
@@ -36,7 +36,7 @@ void askPlatform(benchmark::State& state) {
 void matchRules(benchmark::State& state) {
   const auto rules = prismal::PMGetStyles("iPhone-Standard");
   const prismal::KeyIdentity key(sampleKey());
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     benchmark::DoNotOptimize(prismal::PMGetMatchingStyles(rules, key, kSampleControlState));
   }
 }

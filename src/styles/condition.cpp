@@ -9,28 +9,37 @@ namespace prismal {
 
 namespace {
 
-/// What a term tests, and how long its name is with the sign behind it.
-struct Test {
+/// How a term begins, and what it tests then. No name has a separator in it.
+struct NamedSubject {
+  std::string_view name;
   ConditionSubject subject = ConditionSubject::kNothing;
-  std::size_t size = 0;
 };
 
-/// `rest` begins with the term. No name has a separator in it.
-[[gnu::always_inline]] inline Test testAt(std::string_view rest) {
-  const auto begins = [&](std::string_view name) {
-    return rest.size() >= name.size() && std::memcmp(rest.data(), name.data(), name.size()) == 0;
+constexpr NamedSubject kDisplayType = {"DisplayType=", ConditionSubject::kDisplayType};
+constexpr NamedSubject kDisplayTypeHint = {"DisplayTypeHint=", ConditionSubject::kDisplayTypeHint};
+constexpr NamedSubject kControlState = {"ControlState=", ConditionSubject::kControlState};
+constexpr NamedSubject kRow = {"Row=", ConditionSubject::kRow};
+constexpr NamedSubject kKeyName = {"KeyName=", ConditionSubject::kKeyName};
+
+/// What the term at the start of `rest` tests; nothing when it begins with no name. In line by
+/// force: as a call it is a tenth of the work for a rule that doesn't hold.
+[[gnu::always_inline]] inline NamedSubject subjectAt(std::string_view rest) {
+  const auto begins = [&](const NamedSubject& named) {
+    return rest.size() >= named.name.size() &&
+           std::memcmp(rest.data(), named.name.data(), named.name.size()) == 0;
+  };
+  const auto ifNamed = [&](const NamedSubject& named) {
+    return begins(named) ? named : NamedSubject();
   };
   switch (rest.empty() ? '\0' : rest.front()) {
     case 'D':
-      if (begins("DisplayType=")) return {ConditionSubject::kDisplayType, 12};
-      if (begins("DisplayTypeHint=")) return {ConditionSubject::kDisplayTypeHint, 16};
-      return {};
+      return begins(kDisplayType) ? kDisplayType : ifNamed(kDisplayTypeHint);
     case 'C':
-      return begins("ControlState=") ? Test{ConditionSubject::kControlState, 13} : Test();
+      return ifNamed(kControlState);
     case 'R':
-      return begins("Row=") ? Test{ConditionSubject::kRow, 4} : Test();
+      return ifNamed(kRow);
     case 'K':
-      return begins("KeyName=") ? Test{ConditionSubject::kKeyName, 8} : Test();
+      return ifNamed(kKeyName);
     default:
       return {};
   }
@@ -53,7 +62,6 @@ bool equalWithoutHyphens(std::string_view value, std::string_view text) {
 }
 
 /// Goes through a condition's text, by its separators.
-template <class Separators>
 class Walk {
  public:
   explicit Walk(std::string_view condition) : text_(condition), separators_(condition) {}
@@ -89,7 +97,7 @@ class Walk {
   }
 
   std::string_view takeValue() {
-    const std::size_t end = separators_.next();
+    const std::size_t end = separators_.next(place_);
     const std::string_view value(text_.data() + place_, end - place_);
     behind_ = end < text_.size() ? text_[end] : '\0';
     place_ = end + 1;
@@ -97,8 +105,8 @@ class Walk {
   }
 
   bool takeTerm(const KeyIdentity& key, int controlState) {
-    const auto [subject, size] = testAt(rest());
-    place_ += size;
+    const auto [name, subject] = subjectAt(rest());
+    place_ += name.size();
     switch (subject) {
       case ConditionSubject::kDisplayType:
         return takeValues([text = key.displayType()](std::string_view value) {
@@ -133,10 +141,7 @@ class Walk {
 
 std::size_t PMStyleConditionFailingTerm(std::string_view condition, const KeyIdentity& key,
                                         int controlState) {
-  if (condition.size() < kSeparatorWindow) {
-    return Walk<ShortTextSeparators>(condition).failingTerm(key, controlState);
-  }
-  return Walk<LongTextSeparators>(condition).failingTerm(key, controlState);
+  return Walk(condition).failingTerm(key, controlState);
 }
 
 std::optional<FailedTerm> PMStyleConditionFailure(std::string_view condition,
@@ -144,7 +149,7 @@ std::optional<FailedTerm> PMStyleConditionFailure(std::string_view condition,
   const std::size_t place = PMStyleConditionFailingTerm(condition, key, controlState);
   if (place == std::string_view::npos) return std::nullopt;
   const std::string_view rest = condition.substr(place);
-  return FailedTerm{rest.substr(0, rest.find(';')), testAt(rest).subject};
+  return FailedTerm{rest.substr(0, rest.find(';')), subjectAt(rest).subject};
 }
 
 }  // namespace prismal

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -11,21 +10,16 @@
 #include <emmintrin.h>
 #endif
 
-// Where the separators of a condition stand, found for many characters at a step: what lies between
-// them is too short for a search of each.
-
 namespace prismal {
-
-/// How many characters are looked at together.
-inline constexpr std::size_t kSeparatorWindow = 64;
 
 #if defined(__SSE2__)
 
-/// Sixteen characters, on a machine that can compare so many.
+/// Sixteen characters of a condition, on a machine that can compare so many.
 struct CharacterBlock {
   static constexpr std::size_t kSize = 16;
 
-  static std::uint64_t separators(const char* text) {
+  /// A bit for each "," and ";", the lowest for the first character.
+  static std::uint32_t separators(const char* text) {
     const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
     const __m128i marks = _mm_or_si128(_mm_cmpeq_epi8(block, _mm_set1_epi8(',')),
                                        _mm_cmpeq_epi8(block, _mm_set1_epi8(';')));
@@ -35,18 +29,19 @@ struct CharacterBlock {
 
 #else
 
-/// Eight characters, on any machine.
+/// Eight characters of a condition, on any machine.
 struct CharacterBlock {
   static constexpr std::size_t kSize = 8;
 
-  static std::uint64_t separators(const char* text) {
+  /// A bit for each "," and ";", the lowest for the first character.
+  static std::uint32_t separators(const char* text) {
     std::uint64_t word = 0;
     std::memcpy(&word, text, kSize);
     constexpr bool kLowFirst = std::endian::native == std::endian::little;
+    const std::uint64_t marks = zeroBytes(word ^ everyByte(',')) | zeroBytes(word ^ everyByte(';'));
     // The high bits gathered in the highest byte, the first character's lowest.
-    return ((zeroBytes(word ^ everyByte(',')) | zeroBytes(word ^ everyByte(';'))) >> 7U) *
-               (kLowFirst ? 0x0102040810204080U : 0x8040201008040201U) >>
-           56U;
+    return static_cast<std::uint32_t>(
+        (marks >> 7U) * (kLowFirst ? 0x0102040810204080U : 0x8040201008040201U) >> 56U);
   }
 
  private:
@@ -62,64 +57,50 @@ struct CharacterBlock {
 
 #endif
 
-/// A bit for each "," and ";" among the first kSeparatorWindow characters of `text`, the lowest for
-/// the first.
-inline std::uint64_t separatorBits(std::string_view text) {
-  constexpr std::size_t kBlock = CharacterBlock::kSize;
-  const std::size_t size = std::min(text.size(), kSeparatorWindow);
-  std::uint64_t bits = 0;
-  if (size < kBlock) {
-    for (std::size_t i = 0; i < size; ++i) {
-      bits |= std::uint64_t{text[i] == ',' || text[i] == ';'} << i;
-    }
-    return bits;
-  }
-  // The last block overlaps the one before it, which marks the same places.
-  const std::size_t last = size - kBlock;
-  bits = CharacterBlock::separators(text.data());
-  for (std::size_t i = kBlock; i < last; i += kBlock) {
-    bits |= CharacterBlock::separators(text.data() + i) << i;
-  }
-  return bits | CharacterBlock::separators(text.data() + last) << last;
-}
-
-/// The places of a text's separators, one after the other; its end counts as one. For a text
-/// shorter than a window.
-class ShortTextSeparators {
+/// The places of a condition's separators, one after the other, found for many characters at a
+/// step: what lies between them is too short for a search of each.
+class Separators {
  public:
-  explicit ShortTextSeparators(std::string_view text)
-      : bits_(separatorBits(text) | std::uint64_t{1} << text.size()) {}
+  explicit Separators(std::string_view text) : text_(text) {}
 
-  std::size_t next() {
-    const auto place = static_cast<std::size_t>(std::countr_zero(bits_));
+  /// The next one; behind the last the end of the text. What lies before `place`, in which there
+  /// is none that has not been taken, is not looked at.
+  std::size_t next(std::size_t place) {
+    for (; bits_ == 0; place = blockEnd_) {
+      if (place < blockEnd_) place = blockEnd_;
+      if (place >= text_.size()) return text_.size();
+      look(place);
+    }
+    const auto bit = static_cast<std::size_t>(std::countr_zero(bits_));
     bits_ &= bits_ - 1;
-    return place;
+    return blockStart_ + bit;
   }
 
  private:
-  std::uint64_t bits_;
-};
+  static constexpr std::size_t kBlock = CharacterBlock::kSize;
 
-/// The same for a text of any length.
-class LongTextSeparators {
- public:
-  explicit LongTextSeparators(std::string_view text) : text_(text) {}
-
-  std::size_t next() {
-    while (bits_ == 0) {
-      if (windowEnd_ >= text_.size()) return text_.size();
-      bits_ = separatorBits(text_.substr(windowEnd_));
-      windowEnd_ += kSeparatorWindow;
+  /// Finds those in the block that begins at `place`, or in what is left.
+  void look(std::size_t place) {
+    const char* const text = text_.data();
+    blockStart_ = place;
+    blockEnd_ = place + kBlock;
+    if (blockEnd_ <= text_.size()) {
+      bits_ = CharacterBlock::separators(text + place);
+    } else if (text_.size() >= kBlock) {
+      // The text's last block, without what lies before `place` in it.
+      bits_ =
+          CharacterBlock::separators(text + text_.size() - kBlock) >> (blockEnd_ - text_.size());
+    } else {
+      for (std::size_t i = place; i < text_.size(); ++i) {
+        bits_ |= std::uint32_t{text[i] == ',' || text[i] == ';'} << (i - place);
+      }
     }
-    const auto place = static_cast<std::size_t>(std::countr_zero(bits_));
-    bits_ &= bits_ - 1;
-    return windowEnd_ - kSeparatorWindow + place;
   }
 
- private:
   std::string_view text_;
-  std::uint64_t bits_ = 0;
-  std::size_t windowEnd_ = 0;
+  std::uint32_t bits_ = 0;  // those of the block that have not been taken
+  std::size_t blockStart_ = 0;
+  std::size_t blockEnd_ = 0;
 };
 
 }  // namespace prismal

@@ -1,6 +1,7 @@
 #include "styles/style_properties.h"
 
 #include <cstddef>
+#include <span>
 #include <string_view>
 
 #include "hooks/class_references.h"
@@ -85,10 +86,11 @@ constexpr StyleProperty kStyleProperties[] = {
     {"FontName", ValueType::kString, StylePart::kFontName, &setFontName},
 };
 
-/// The value under `key`. Most dictionaries are so small that a look at each key is quickest.
-PropertyListView valueUnder(std::string_view key, PropertyListView style) {
+/// The value under `key` in a dictionary of those entries. Most are so small that a look at each
+/// key is quickest.
+PropertyListView valueUnder(std::string_view key, PropertyListView style,
+                            std::span<const platform::PropertyListEntry> entries) {
   constexpr std::size_t kFew = 8;
-  const auto entries = style.entries();
   if (entries.size() > kFew) return style.objectForKey(key);
   for (const auto& entry : entries) {
     if (entry.key == key) return entry.value;
@@ -101,10 +103,11 @@ template <class Visit>
 void forEachSetting(PropertyListView style, Visit visit) {
   // Most dictionaries set one or two properties: when all entries are used up, the rest can't be
   // there.
-  std::size_t remaining = style.entries().size();
+  const auto entries = style.entries();
+  std::size_t remaining = entries.size();
   for (const StyleProperty& property : kStyleProperties) {
     if (remaining == 0) return;
-    const PropertyListView value = valueUnder(property.key, style);
+    const PropertyListView value = valueUnder(property.key, style, entries);
     if (!hasType(value, property.type)) continue;
     visit(property, value);
     --remaining;

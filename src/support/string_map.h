@@ -16,9 +16,18 @@
 
 namespace prismal {
 
+/// What this process hashes names with. They come from strangers, who must not be able to make many
+/// of one hash.
+inline std::uint64_t processSeed() {
+  static const std::uint64_t seed = [] {
+    std::random_device random;
+    return std::uint64_t{random()} << 32U | random();
+  }();
+  return seed;
+}
+
 /// A hash table by text from which nothing is taken. A look-up allocates nothing and touches two
-/// places of memory: a slot, and the one text whose hash fits. Names come from strangers, so each
-/// table hashes with a seed of its own. Values move when the table grows.
+/// places of memory: a slot, and the one text whose hash fits. Values move when the table grows.
 template <class Value>
 class StringMap {
  public:
@@ -70,11 +79,6 @@ class StringMap {
 
   static std::uint32_t tagOf(std::uint64_t hash) {
     return static_cast<std::uint32_t>(hash >> 32U) | 1U;
-  }
-
-  static std::uint64_t newSeed() {
-    std::random_device random;
-    return std::uint64_t{random()} << 32U | random();
   }
 
   std::size_t mask() const { return slots_.size() - 1; }
@@ -135,7 +139,7 @@ class StringMap {
     }
   }
 
-  TextHash hash_{newSeed()};
+  TextHash hash_{processSeed()};
   std::vector<Slot> slots_;
   std::vector<char> texts_;  // each behind its length
   std::size_t size_ = 0;

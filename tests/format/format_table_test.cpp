@@ -76,7 +76,7 @@ TEST(FormatTable, HasTheKeysAndTermsThatTheLibraryReads) {
                               R"re(settings->objectForKey\("(\w+)"\))re");
   EXPECT_EQ(asSet(settings), namesOf(kSettings));
 
-  EXPECT_EQ(asSet(found(textOf("src/styles/condition.cpp"), R"re(begins\("(\w+)="\))re")),
+  EXPECT_EQ(asSet(found(textOf("src/styles/condition.cpp"), R"re(\{"(\w+)=", ConditionSubject)re")),
             namesOf(kConditionTerms));
 }
 
