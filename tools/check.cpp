@@ -178,7 +178,7 @@ int listRules() {
 
 int run(const CheckOptions& options) {
   if (options.list) return listRules();
-  if (options.themes.empty()) return refuse("no THEME; --help says more");
+  if (options.themes.empty()) return refuse("no THEME; `prismal check --help` says more");
   for (const auto* rules : {&options.selected, &options.ignored}) {
     if (const auto reason = unknownRule(*rules)) return refuse(*reason);
   }
@@ -232,12 +232,13 @@ void addCheckCommand(CLI::App& app, int& status) {
   CLI::App* const command = app.add_subcommand("check", "Tell all that is wrong with a theme");
   addOptions(*command, *options);
   command->footer(
-      "Findings go to standard output, a summary to standard error. docs/checks.md explains every\n"
-      "rule. With --color auto, NO_COLOR in the environment keeps colours away.\n"
+      "Findings go to standard output, a summary to standard error. docs/checks.md, installed\n"
+      "below share/doc/prismal, explains every rule. With --color auto, NO_COLOR in the\n"
+      "environment keeps colours away.\n"
       "Exit status: 0 nothing found, 1 findings, 2 wrong usage, or a theme that can't be read.\n\n"
       "Examples:\n"
-      "  prismal check examples/Dusk.theme\n"
-      "  prismal check --ignore low-contrast,missing-sibling My.theme\n"
+      "  prismal check Evening.theme\n"
+      "  prismal check --ignore low-contrast,missing-sibling Evening.theme\n"
       "  prismal check --format json --fail-on error *.theme");
   command->callback([options, &status] { status = run(*options); });
 }

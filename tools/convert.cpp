@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "choice_option.h"
 #include "convert/form.h"
@@ -58,6 +59,10 @@ int run(const ConvertOptions& options) {
   if (!form) return refuse(options.output.string() + ": --to has to say which form this is");
   if (form == Form::kBinary && isTerminal(options.output)) {
     return refuse("the binary form is not for a terminal; send it to a file or a program");
+  }
+  std::error_code ignored;
+  if (fs::is_directory(options.input, ignored)) {
+    return refuse(name + ": a folder; its theme.plist is what can be converted");
   }
   const auto bytes = readTextFile(fromPipe ? "/dev/stdin" : options.input);
   if (!bytes) return refuse(name + ": " + bytes.reason());

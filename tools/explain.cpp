@@ -217,9 +217,9 @@ void addExplainCommand(CLI::App& app, int& status) {
       "doesn't;\n"
       "2 wrong usage, or something that can't be read, loaded or written.\n\n"
       "Examples:\n"
-      "  prismal explain examples/Dusk.theme --key return\n"
-      "  prismal explain examples/Dusk.theme --key Shift-Key --shift locked --device tablet\n"
-      "  prismal explain examples/Dusk.theme --rule 3 --style iPhone-Standard -o hits.png");
+      "  prismal explain Evening.theme --key return\n"
+      "  prismal explain Evening.theme --key Shift-Key --shift locked --device tablet\n"
+      "  prismal explain Evening.theme --rule 3 --style iPhone-Standard -o hits.png");
   command->callback([options, &status] { status = run(*options); });
 }
 

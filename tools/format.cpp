@@ -81,7 +81,8 @@ void addFormatCommand(CLI::App& app, int& status) {
       "--schema", options->schema,
       "A JSON Schema of the JSON form of a theme, for editors that complete and check");
   command->footer(
-      "Names are exact, letter case included. docs/theme-format.md says the rest.\n\n"
+      "Names are exact, letter case included. `man 5 prismal-theme`, made of\n"
+      "docs/theme-format.md, says the rest.\n\n"
       "Examples:\n"
       "  prismal format | grep Etch\n"
       "  prismal format --schema > theme.schema.json");

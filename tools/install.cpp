@@ -77,8 +77,8 @@ void addInstallCommand(CLI::App& app, int& status) {
       "programs are told. All themes are installed, or none.\n"
       "Exit status: 0 done, 2 wrong usage, or something that can't be read or written.\n\n"
       "Examples:\n"
-      "  prismal install examples/Dusk.theme\n"
-      "  prismal install --device-root phone Linen.theme Accents.theme");
+      "  prismal install Evening.theme\n"
+      "  prismal install --device-root phone Evening.theme Accents.theme");
   command->callback([options, &status] { status = install(*options); });
 }
 

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,8 @@ namespace tools {
 
 using device::SettingsFile;
 using device::ThemeStore;
+using host::files::DeviceRoot;
+using host::files::Result;
 using platform::PropertyListView;
 using Json = nlohmann::ordered_json;
 
@@ -43,14 +46,23 @@ Json describe(const std::string& name, PropertyListView theme) {
 }
 
 /// The topmost theme first. One that can't be read is told and counted as empty.
-Json report(const ThemeStore& store, const SettingsFile& settings) {
+Json themesOf(const ThemeStore& store) {
   Json themes = Json::array();
   for (auto name = store.names().rbegin(); name != store.names().rend(); ++name) {
     const auto theme = store.theme(*name);
     if (!theme) device::tell({*name + ": " + theme.reason()});
     themes.push_back(describe(*name, theme ? *theme : platform::PropertyList()));
   }
-  return {{"usePrismal", settings.usePrismal()}, {"themes", themes}};
+  return themes;
+}
+
+Result<Json> report(const std::optional<DeviceRoot>& device) {
+  if (!device) return Json{{"usePrismal", true}, {"themes", Json::array()}};
+  const auto store = ThemeStore::read(*device);
+  if (!store) return store.failure();
+  const auto settings = SettingsFile::read(*device);
+  if (!settings) return settings.failure();
+  return Json{{"usePrismal", settings->usePrismal()}, {"themes", themesOf(*store)}};
 }
 
 std::string table(const Json& report) {
@@ -61,20 +73,17 @@ std::string table(const Json& report) {
                     theme["rules"].dump(), theme["pictures"].dump()});
   }
   const bool isEmpty = rows.size() == 1;
-  return (isEmpty ? "No theme is installed.\n"
+  return (isEmpty ? "No theme is installed; `prismal install THEME` does that.\n"
                   : textTable(rows) + "Where themes differ, the upper one wins.\n") +
          (report["usePrismal"].get<bool>() ? "usePrismal is on.\n" : "usePrismal is off.\n");
 }
 
 int list(const ListOptions& options) {
-  const auto device = device::openDevice(options.place, host::files::DeviceRoot::Creation::kNever);
+  const auto device = device::openDeviceIfAny(options.place);
   if (!device) return device::refuse("list", device.reason());
-  const auto store = ThemeStore::read(*device);
-  if (!store) return device::refuse("list", store.reason());
-  const auto settings = SettingsFile::read(*device);
-  if (!settings) return device::refuse("list", settings.reason());
-  const Json shown = report(*store, *settings);
-  const auto printed = printResult(options.json ? shown.dump(1) + "\n" : table(shown));
+  const auto shown = report(*device);
+  if (!shown) return device::refuse("list", shown.reason());
+  const auto printed = printResult(options.json ? shown->dump(1) + "\n" : table(*shown));
   return printed ? kDone : device::refuse("list", "standard output: " + printed.reason());
 }
 

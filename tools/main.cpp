@@ -1,21 +1,19 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <optional>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "check.h"
-#include "command_line/model.h"
 #include "completion.h"
 #include "convert.h"
 #include "exit_status.h"
 #include "explain.h"
 #include "format.h"
-#include "host/plist/description.h"
 #include "install.h"
 #include "keys.h"
 #include "list.h"
@@ -25,8 +23,8 @@
 #include "render.h"
 #include "replay.h"
 #include "settings.h"
-#include "suggestion.h"
 #include "uninstall.h"
+#include "usage_error.h"
 #include "watch.h"
 
 namespace {
@@ -43,33 +41,28 @@ void refuseEmptyValues(CLI::App& app) {
   }
 }
 
-/// What stands where a command should and is none.
-std::optional<std::string> unknownCommand(const CLI::App& app, int argc, char** argv) {
-  const std::string word = argc > 1 ? argv[1] : "-";
-  const auto isIt = [&](const CLI::App* command) { return command->check_name(word); };
-  if (word.starts_with('-') || !app.get_subcommands(isIt).empty()) return std::nullopt;
-  return word;
-}
-
-int refuseCommand(const CLI::App& app, const std::string& word) {
-  const auto commands = tools::command_line::commandsOf(app);
-  std::vector<std::string_view> names;
-  for (const auto& command : commands) names.push_back(command.name);
-  const auto meant = tools::nearest(word, names);
-  const std::string advice =
-      meant ? "did you mean " + std::string(*meant) + "?" : "--help lists them all";
-  std::fprintf(stderr, "prismal: no command %s; %s\n", host::plist::escapeControls(word).c_str(),
-               advice.c_str());
-  return tools::kTrouble;
+/// What stands behind the program's name; `help X` asks for `X --help`.
+std::vector<std::string> argumentsOf(int argc, char** argv) {
+  std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+  if (!arguments.empty() && arguments.front() == "help") {
+    std::ranges::rotate(arguments, arguments.begin() + 1);
+    arguments.back() = "--help";
+  }
+  return arguments;
 }
 
 int run(int argc, char** argv) {
   int status = tools::kDone;
   CLI::App app("Prismal: keyboard themes on the desk", "prismal");
   app.require_subcommand(0, 1);
-  app.failure_message([](const CLI::App*, const CLI::Error& error) {
-    return std::string("prismal: ") + error.what() + "; --help says more\n";
+  app.failure_message([](const CLI::App* used, const CLI::Error& error) {
+    return tools::usageError(*used, error);
   });
+  app.footer(
+      "Examples:\n"
+      "  prismal new Evening\n"
+      "  prismal render Evening.theme -o evening.png\n"
+      "  prismal check Evening.theme");
   app.set_version_flag("--version", "prismal " PRISMAL_VERSION);
   tools::addRenderCommand(app, status);
   tools::addCheckCommand(app, status);
@@ -88,9 +81,14 @@ int run(int argc, char** argv) {
   tools::addReplayCommand(app, status);
   tools::addCompletionCommands(app, status);
   refuseEmptyValues(app);
-  if (const auto word = unknownCommand(app, argc, argv)) return refuseCommand(app, *word);
+  auto arguments = argumentsOf(argc, argv);
+  if (const auto refusal = tools::unknownCommand(app, arguments)) {
+    std::fputs(refusal->c_str(), stderr);
+    return tools::kTrouble;
+  }
   try {
-    app.parse(argc, argv);
+    std::ranges::reverse(arguments);  // the parser takes them from the end
+    app.parse(std::move(arguments));
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? tools::kDone : tools::kTrouble;
   }

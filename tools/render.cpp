@@ -197,9 +197,9 @@ void addRenderCommand(CLI::App& app, int& status) {
       "Exit status: 0 done, 1 --diff found differences, 2 wrong usage, or something that can't be\n"
       "read, loaded or written.\n\n"
       "Examples:\n"
-      "  prismal render examples/Dusk.theme -o dusk.png\n"
-      "  prismal render examples/Dusk.theme --orientation landscape --keyplane numbers\n"
-      "  prismal render examples/Dusk.theme --sheet -o sheet.png\n"
+      "  prismal render Evening.theme -o evening.png\n"
+      "  prismal render Evening.theme --orientation landscape --keyplane numbers\n"
+      "  prismal render Evening.theme --sheet -o sheet.png\n"
       "  prismal render --system --device tablet --press a -o plain.png");
   command->callback([options, &status] { status = run(*options); });
 }

@@ -144,7 +144,7 @@ void addReplayCommand(CLI::App& app, int& status) {
       "Prints one JSON object a step on standard output.\n"
       "Exit status: 0 every expectation holds, 1 one doesn't, 2 a malformed scenario or a library\n"
       "that can't be loaded.\n\n"
-      "Example: prismal replay --quiet tests/scenarios/*.json");
+      "Example: prismal replay --quiet evening.json");
   command->callback([options, &status] { status = replayAll(*options); });
 }
 

@@ -81,9 +81,9 @@ void tellFault(const SettingsFile& settings, const char* consequence) {
 }
 
 int show(const SettingsOptions& options) {
-  const auto device = device::openDevice(options.place, DeviceRoot::Creation::kNever);
+  const auto device = device::openDeviceIfAny(options.place);
   if (!device) return refuse(device.reason());
-  const auto settings = SettingsFile::read(*device);
+  const auto settings = *device ? SettingsFile::read(**device) : SettingsFile::defaults();
   if (!settings) return refuse(settings.reason());
   tellFault(*settings, "it is not in force");
   const Json shown = report(*settings);

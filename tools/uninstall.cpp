@@ -7,6 +7,7 @@
 
 #include "device/change_themes.h"
 #include "device/report.h"
+#include "exit_status.h"
 
 namespace tools {
 
@@ -24,11 +25,14 @@ struct UninstallOptions {
   device::Place place;
 };
 
+std::string noSuchTheme(const std::string& name) {
+  return name + ": no theme of that name is installed";
+}
+
 Result<Done> stage(ThemeStore& store, const UninstallOptions& options) {
   if (options.all) store.uninstallAll();
   for (const std::string& name : options.names) {
-    if (!store.uninstall(name))
-      return Failure(ENOENT, name + ": no theme of that name is installed");
+    if (!store.uninstall(name)) return Failure(ENOENT, noSuchTheme(name));
   }
   return Done();
 }
@@ -36,6 +40,10 @@ Result<Done> stage(ThemeStore& store, const UninstallOptions& options) {
 int uninstall(const UninstallOptions& options) {
   if (options.all != options.names.empty()) {
     return device::refuse("uninstall", "names of themes, or --all");
+  }
+  const auto device = device::openDeviceIfAny(options.place);
+  if (device && !*device) {
+    return options.all ? kDone : device::refuse("uninstall", noSuchTheme(options.names.front()));
   }
   return device::changeThemes("uninstall", options.place, DeviceRoot::Creation::kNever,
                               [&](ThemeStore& store) { return stage(store, options); });
@@ -52,7 +60,7 @@ void addUninstallCommand(CLI::App& app, int& status) {
   command->footer(
       "What is left is merged anew, and running programs are told. All named themes go, or none.\n"
       "Exit status: 0 done, 2 wrong usage, or something that can't be read or written.\n\n"
-      "Example: prismal uninstall Dusk");
+      "Example: prismal uninstall Evening");
   command->callback([options, &status] { status = uninstall(*options); });
 }
 

@@ -198,7 +198,7 @@ void addWatchCommand(CLI::App& app, int& status) {
       "The theme's property list and the pictures that it names are watched. While the theme "
       "can't\n"
       "be read, the last good picture stays, and standard error says what is wrong.\n\n"
-      "Example: prismal watch Dusk.theme -o dusk.png --device tablet");
+      "Example: prismal watch Evening.theme -o evening.png --device tablet");
   command->callback([options, &status] { status = run(*options); });
 }
 

@@ -41,7 +41,8 @@ class CommandLine : public Command {
 
   std::set<std::string> commands() const {
     const std::string help = prismal("--help").output;
-    auto names = found(help.substr(help.find("Subcommands:")), "\n  ([a-z]+) ");
+    const auto start = help.find("Subcommands:");
+    auto names = found(help.substr(start, help.find("\nExamples:") - start), "\n  ([a-z]+) ");
     EXPECT_GE(names.size(), 5U) << help;
     return names;
   }
@@ -69,6 +70,21 @@ TEST_F(CommandLine, HelpHasExamplesForEveryCommand) {
   }
 }
 
+TEST_F(CommandLine, ExamplesOfHelpWorkAsTheyStand) {
+  ASSERT_EQ(prismal("new Evening").status, 0);
+  ASSERT_EQ(prismal("new Accents").status, 0);
+  for (const std::string command :
+       {"render", "check", "explain", "install", "list", "uninstall", "keys", "names", "format"}) {
+    const std::string help = prismal(command + " --help").output;
+    const auto examples = found(help, "(?:\n  |Example: )(prismal " + command + "[^\n]*)");
+    EXPECT_FALSE(examples.empty()) << command;
+    for (const std::string& example : examples) {
+      const Outcome outcome = script("{ " + example + "; } 2>&1");
+      EXPECT_LT(outcome.status, 2) << example << "\n" << outcome.output;
+    }
+  }
+}
+
 TEST_F(CommandLine, SlipsAreToldFromOtherWords) {
   struct Case {
     std::string arguments;
@@ -76,15 +92,40 @@ TEST_F(CommandLine, SlipsAreToldFromOtherWords) {
   };
   const Case cases[] = {
       {"rendr x", "prismal: no command rendr; did you mean render?\n"},
-      {"paint", "prismal: no command paint; --help lists them all\n"},
-      {"'\x1B[2J'", "prismal: no command \\u001b[2J; --help lists them all\n"},
-      {"manua", "prismal: no command manua; --help lists them all\n"},
+      {"paint", "prismal: no command paint; `prismal --help` lists them all\n"},
+      {"'\x1B[2J'", "prismal: no command \\u001b[2J; `prismal --help` lists them all\n"},
+      {"manua", "prismal: no command manua; `prismal --help` lists them all\n"},
+      {"help rendr", "prismal: no command rendr; did you mean render?\n"},
+      {"--verson", "prismal: no option --verson; did you mean --version?\n"},
+      {"watch X", "prismal watch: --output is required; `prismal watch --help` says more\n"},
+      {"render X --pres g", "prismal render: no option --pres; did you mean --press?\n"},
+      {"render X --pres=g", "prismal render: no option --pres; did you mean --press?\n"},
+      {"render X -x", "prismal render: no option -x; `prismal render --help` lists them all\n"},
+      {"render X Y Z",
+       "prismal render: Y: one argument too many; `prismal render --help` says more\n"},
+      {"settings usePrisma on",
+       "prismal settings: no command usePrisma; did you mean usePrismal?\n"},
+      {"settings usePrismal",
+       "prismal settings usePrismal: VALUE is required; `prismal settings "
+       "usePrismal --help` says more\n"},
+      {"render --system --press retrun",
+       "prismal render: --press retrun: no such key; did you mean return? This keyplane has q w e "
+       "r t y u i o p a s d f g h j k l Shift-Key z x c v b n m Delete-Key 123 International-Key "
+       "space return\n"},
+      {"render --system --press SHIFTKEY",
+       "prismal render: --press SHIFTKEY: no such key; did you mean Shift-Key? This keyplane has q "
+       "w e r t y u i o p a s d f g h j k l Shift-Key z x c v b n m Delete-Key 123 "
+       "International-Key space return\n"},
+      {"convert .", "prismal convert: .: a folder; its theme.plist is what can be converted\n"},
   };
   for (const auto& [arguments, message] : cases) {
     const Outcome outcome = prismal(arguments);
     EXPECT_EQ(outcome.status, 2) << arguments;
     EXPECT_EQ(outcome.output, message);
   }
+  EXPECT_EQ(prismal("help").output, prismal("--help").output);
+  EXPECT_EQ(prismal("help settings usePrismal").output,
+            prismal("settings usePrismal --help").output);
   EXPECT_EQ(prismal("--version").status, 0);
   EXPECT_EQ(prismal("").status, 2);
 }

@@ -43,7 +43,7 @@ TEST_F(Convert, RefusesInOneLineAndLeavesTheOutputAlone) {
       {"short.plist", "short.plist: trailer at offset 8"},
       {"escape.json", "escape.json: /k: a text with a control character"},
       {"missing.json", "missing.json: No such file"},
-      {". ", ".: Is a directory"},
+      {". ", ".: a folder; its theme.plist is what can be converted"},
       {"good.json -o picture.png", "picture.png: --to has to say"},
   };
   for (const Case& c : cases) {

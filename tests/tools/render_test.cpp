@@ -112,7 +112,8 @@ TEST_F(Render, RefusesInOneLineThatNamesTheFile) {
       {"fine.plist -o no/such/x.png", "no/such/x.png: No such file or directory"},
       {"fine.plist --device-root .", "a THEME or --device-root, not both"},
       {"--device-root /", "own root can't be a device"},
-      {"", "prismal/device: No such file or directory"},
+      {"", "no THEME is given, and none is installed"},
+      {"--device-root none", "no device at none: No such file or directory"},
       {"fine.plist --library fine.plist", "fine.plist"},
   };
   for (const Case& c : cases) {

@@ -136,7 +136,7 @@ TEST_F(Watch, ABrokenThemeKeepsTheLastPicture) {
       says("prismal watch: T.theme/theme.plist: line 1, column 19: <key> without a value\n"));
   EXPECT_EQ(key(), 0xffff0000U);
   fs::remove(folder() / "T.theme/theme.plist");
-  EXPECT_TRUE(says("prismal watch: T.theme/theme.plist: No such file or directory\n"));
+  EXPECT_TRUE(says("prismal watch: T.theme: a theme folder has a theme.plist, this one has none\n"));
   EXPECT_EQ(key(), 0xffff0000U);
   save("#00FF00FF");
   ASSERT_TRUE(settlesAt(2)) << read("said");

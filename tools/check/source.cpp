@@ -1,5 +1,6 @@
 #include "check/source.h"
 
+#include <cerrno>
 #include <charconv>
 #include <filesystem>
 #include <optional>
@@ -103,7 +104,8 @@ std::optional<Source> Source::read(const std::string& theme, Refusal& refusal) {
   }
   auto bytes = folder->readFile(file.filename().string(), host::plist::kMaxBytes);
   if (!bytes) {
-    refusal = {{}, bytes.reason(), {}};
+    const bool isLacking = isFolderAt(theme) && bytes.failure().error == ENOENT;
+    refusal = {{}, isLacking ? "missing; a theme folder needs one" : bytes.reason(), {}};
     return std::nullopt;
   }
   Source source(*std::move(folder), *std::move(bytes), isFolderAt(theme));

@@ -30,4 +30,11 @@ Result<DeviceRoot> openDevice(const Place& place, DeviceRoot::Creation creation)
   return root;
 }
 
+Result<std::optional<DeviceRoot>> openDeviceIfAny(const Place& place) {
+  auto device = openDevice(place, DeviceRoot::Creation::kNever);
+  if (!device && !place && device.failure().error == ENOENT) return std::optional<DeviceRoot>();
+  if (!device) return device.failure();
+  return std::optional(*std::move(device));
+}
+
 }  // namespace tools::device

@@ -20,4 +20,8 @@ void addDeviceOption(CLI::App& command, Place& place);
 host::files::Result<host::files::DeviceRoot> openDevice(const Place& place,
                                                         host::files::DeviceRoot::Creation creation);
 
+/// The same for who only looks: nothing where no `place` was said and the default one has never been
+/// made, which is what a device without themes and settings is like.
+host::files::Result<std::optional<host::files::DeviceRoot>> openDeviceIfAny(const Place& place);
+
 }  // namespace tools::device

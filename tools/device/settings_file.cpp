@@ -44,9 +44,14 @@ PropertyListView unlessEmpty(PropertyListView dictionary) {
 
 }  // namespace
 
-Result<SettingsFile> SettingsFile::read(const DeviceRoot& device) {
+SettingsFile SettingsFile::defaults() {
   SettingsFile settings;
   settings.list_ = PropertyList::dictionary();
+  return settings;
+}
+
+Result<SettingsFile> SettingsFile::read(const DeviceRoot& device) {
+  SettingsFile settings = defaults();
   for (const std::string_view path : {kSettings, kDefaultSettings}) {
     const bool isUsers = path == kSettings;
     const auto bytes = device.readFile(path, host::plist::kMaxBytes);

@@ -14,6 +14,8 @@ namespace tools::device {
 /// holds is kept. For changes the process must have begun a Change.
 class SettingsFile {
  public:
+  /// Those of a device that has no file of them.
+  static SettingsFile defaults();
   /// Reads what the library would: the user's file or, when that is missing or holds no dictionary,
   /// the default one. Fails, naming the file, where the user's file is there and can't be looked
   /// into: it must not be replaced.

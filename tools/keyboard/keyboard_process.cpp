@@ -80,6 +80,14 @@ void tell(const std::vector<std::string>& missingPictures, const Dress& dress) {
   for (const std::string& picture : missingPictures) tellOne(picture);
 }
 
+/// Why the default device, which `failure` kept closed, can't be drawn.
+Failure nothingToDraw(const Failure& failure) {
+  if (failure.error != ENOENT) return failure;
+  return Failure(ENOENT,
+                 "no THEME is given, and none is installed; `prismal install THEME` does that, "
+                 "`prismal render --system` draws the plain keyboard");
+}
+
 Result<Done> putOn(const DeviceRoot& device, const Dress& dress) {
   if (dress.theme.empty()) return Done();
   const auto theme = theme::ThemeSource::read(dress.theme);
@@ -120,7 +128,7 @@ Result<KeyboardProcess> KeyboardProcess::start(const Dress& dress, double scale)
   device::Place place = dress.device_root;
   if (!place && (dress.system || !dress.theme.empty())) place = made.emplace().path();
   auto root = device::openDevice(place, DeviceRoot::Creation::kNever);
-  if (!root) return root.failure();
+  if (!root) return place ? root.failure() : nothingToDraw(root.failure());
   if (const auto put = putOn(*root, dress); !put) return put.failure();
   startHost(*std::move(root), dress, scale);
   // Nobody draws again on a device that goes with this process.

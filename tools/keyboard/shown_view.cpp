@@ -1,14 +1,18 @@
 #include "keyboard/shown_view.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "host/keyboard/keyboard.h"
 #include "host/render/dictation_panel.h"
 #include "host/render/picture.h"
 #include "host/system/device.h"
 #include "platform/foundation.h"
+#include "suggestion.h"
+#include "support/characters.h"
 
 namespace tools::keyboard {
 
@@ -45,6 +49,30 @@ void showKeys(ShownView& shown, const View& view, double scale, host::drawing::F
       platform::UIView(host::keyboard::keyboard().layoutObject().backgroundView.get().get()));
 }
 
+std::string inLowerCase(std::string_view text) {
+  std::string lower(text);
+  std::ranges::transform(lower, lower.begin(), prismal::lowerCase);
+  return lower;
+}
+
+/// What leads over to the keys that there are: "this", or first the name or label that `key` is
+/// most likely to mean. Letter case is no slip, for nobody has to keep to it.
+std::string didYouMeanOrThis(std::string_view key, const render::LiveKeyplane& keyplane) {
+  constexpr std::size_t kShortestSlip = 3;
+  if (key.size() < kShortestSlip) return "this";
+  std::vector<std::string_view> names;
+  for (const render::LiveKey& each : keyplane.keys) {
+    names.insert(names.end(), {each.placed.key->label, each.placed.key->name});
+  }
+  std::vector<std::string> lower(names.size());
+  std::ranges::transform(names, lower.begin(), inLowerCase);
+  const std::vector<std::string_view> views(lower.begin(), lower.end());
+  const auto meant = nearest(inLowerCase(key), views);
+  if (!meant) return "this";
+  const auto place = std::ranges::find(views, *meant) - views.begin();
+  return "did you mean " + std::string(*(names.begin() + place)) + "? This";
+}
+
 }  // namespace
 
 void become(const host::boards::Board& board, double scale) {
@@ -54,8 +82,9 @@ void become(const host::boards::Board& board, double scale) {
 
 Failure noSuchKey(std::string_view option, std::string_view key,
                   const render::LiveKeyplane& keyplane) {
-  return Failure(EINVAL, std::string(option) + " " + std::string(key) +
-                             ": no such key; this keyplane has" + render::keyNames(keyplane));
+  return Failure(EINVAL, std::string(option) + " " + std::string(key) + ": no such key; " +
+                             didYouMeanOrThis(key, keyplane) + " keyplane has" +
+                             render::keyNames(keyplane));
 }
 
 Result<ShownView> showView(const View& view, double scale, host::drawing::Fonts& fonts) {

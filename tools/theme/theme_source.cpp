@@ -1,5 +1,6 @@
 #include "theme/theme_source.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
 
@@ -11,6 +12,7 @@ namespace tools::theme {
 namespace fs = std::filesystem;
 using host::files::DeviceRoot;
 using host::files::Durability;
+using host::files::Failure;
 using host::files::Result;
 
 std::string themeName(const std::string& path) {
@@ -25,6 +27,9 @@ Result<ThemeSource> ThemeSource::read(const std::string& path) {
   const bool isFolder = fs::is_directory(path, error);
   auto file =
       readDictionaryFile(isFolder ? fs::path(path) / "theme.plist" : fs::path(path), "a theme");
+  if (!file && isFolder && file.failure().error == ENOENT) {
+    return Failure(ENOENT, path + ": a theme folder has a theme.plist, this one has none");
+  }
   if (!file) return file.failure();
   return ThemeSource(*std::move(file), themeName(path));
 }
