@@ -8,6 +8,7 @@
 #include "device/change_themes.h"
 #include "device/report.h"
 #include "exit_status.h"
+#include "say_done.h"
 
 namespace tools {
 
@@ -24,6 +25,8 @@ struct UninstallOptions {
   bool all = false;
   device::Place place;
 };
+
+constexpr const char* kNoneLeft = "No theme is installed any more.";
 
 std::string noSuchTheme(const std::string& name) {
   return name + ": no theme of that name is installed";
@@ -43,10 +46,15 @@ int uninstall(const UninstallOptions& options) {
   }
   const auto device = device::openDeviceIfAny(options.place);
   if (device && !*device) {
-    return options.all ? kDone : device::refuse("uninstall", noSuchTheme(options.names.front()));
+    return options.all ? sayDone("uninstall", kNoneLeft)
+                       : device::refuse("uninstall", noSuchTheme(options.names.front()));
   }
-  return device::changeThemes("uninstall", options.place, DeviceRoot::Creation::kNever,
-                              [&](ThemeStore& store) { return stage(store, options); });
+  const int status = device::changeThemes("uninstall", options.place, DeviceRoot::Creation::kNever,
+                                          [&](ThemeStore& store) { return stage(store, options); });
+  const std::string names = CLI::detail::join(options.names, ", ");
+  return status == kDone
+             ? sayDone("uninstall", options.all ? kNoneLeft : "Uninstalled " + names + ".")
+             : status;
 }
 
 }  // namespace
