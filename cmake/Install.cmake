@@ -15,6 +15,9 @@ install(DIRECTORY docs DESTINATION ${share}/doc/prismal)
 # Made by the program itself, from the definition of its command line.
 set(made ${CMAKE_BINARY_DIR}/made)
 file(MAKE_DIRECTORY ${made})
+# The documents' links to examples lead to where these lie.
+file(CREATE_LINK ../../prismal/examples ${made}/examples SYMBOLIC)
+install(FILES ${made}/examples DESTINATION ${share}/doc/prismal)
 foreach(shell bash zsh fish)
   add_custom_command(OUTPUT ${made}/prismal.${shell}
     COMMAND prismal_command completion ${shell} > ${made}/prismal.${shell}
@@ -25,6 +28,14 @@ install(FILES ${made}/prismal.bash RENAME prismal DESTINATION ${share}/bash-comp
 install(FILES ${made}/prismal.zsh RENAME _prismal DESTINATION ${PRISMAL_ZSH_COMPLETIONS})
 install(FILES ${made}/prismal.fish DESTINATION ${share}/fish/vendor_completions.d)
 
+# As Debian has what it keeps for people: packed, and without the time of day.
+find_program(GZIP gzip REQUIRED)
+add_custom_command(OUTPUT ${made}/changelog.gz
+  COMMAND ${GZIP} -9n < ${PROJECT_SOURCE_DIR}/CHANGELOG.md > ${made}/changelog.gz
+  DEPENDS CHANGELOG.md VERBATIM)
+list(APPEND made_files ${made}/changelog.gz)
+install(FILES ${made}/changelog.gz DESTINATION ${share}/doc/prismal)
+
 # Manual pages are the documents of docs/ in another dress.
 find_program(LOWDOWN lowdown DOC "Makes manual pages of Markdown; without it there are none")
 
@@ -32,7 +43,7 @@ find_program(LOWDOWN lowdown DOC "Makes manual pages of Markdown; without it the
 function(prismal_manual name section summary see_also page)
   set(markdown ${made}/${name}.md)
   set(manual ${made}/${name}.${section})
-  add_custom_command(OUTPUT ${manual}
+  add_custom_command(OUTPUT ${manual}.gz
     COMMAND ${CMAKE_COMMAND} -D PAGE=${PROJECT_SOURCE_DIR}/${page} -D NAME=${name}
       -D SUMMARY=${summary} -D SEE_ALSO=${see_also} -D COMMANDS=${ARGN} -D OUTPUT=${markdown}
       -P ${PROJECT_SOURCE_DIR}/cmake/man_page.cmake
@@ -42,9 +53,10 @@ function(prismal_manual name section summary see_also page)
     # that expands to the width of the line leaves no room between columns when it needs all of it.
     COMMAND sed -i -e "/^.TH/a .nr HY 0\\n.hy 0\\n.ad l"
       -e "s/tab(|) expand allbox/tab(|) allbox/" ${manual}
+    COMMAND ${GZIP} -9nf ${manual}
     DEPENDS ${page} cmake/man_page.cmake ${ARGN} VERBATIM)
-  set(made_files ${made_files} ${manual} PARENT_SCOPE)
-  install(FILES ${manual} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section})
+  set(made_files ${made_files} ${manual}.gz PARENT_SCOPE)
+  install(FILES ${manual}.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section})
 endfunction()
 
 if(LOWDOWN)

@@ -6,7 +6,9 @@
 
 #include "device/change_themes.h"
 #include "device/report.h"
+#include "exit_status.h"
 #include "held_interruptions.h"
+#include "say_done.h"
 #include "theme/theme_source.h"
 
 namespace tools {
@@ -44,6 +46,20 @@ Result<Done> stage(ThemeStore& store, const std::vector<ThemeSource>& sources) {
   return Done();
 }
 
+/// "Installed Linen, Dusk; Dusk is the topmost." and how to look at it.
+std::string summaryOf(const std::vector<ThemeSource>& sources, const device::Place& place) {
+  std::string names;
+  for (const ThemeSource& source : sources) {
+    names += (names.empty() ? "" : ", ") + source.name();
+  }
+  const std::string& topmost = sources.back().name();
+  const std::string which =
+      sources.size() == 1 ? ", the topmost" : "; " + topmost + " is the topmost";
+  const std::string device = place ? "--device-root '" + place->string() + "' " : "";
+  return "Installed " + names + which + ". Look at the device: prismal render " + device +
+         "-o picture.png";
+}
+
 int install(const InstallOptions& options) {
   // All of them are read before anything is written.
   std::vector<ThemeSource> sources;
@@ -53,8 +69,10 @@ int install(const InstallOptions& options) {
     sources.push_back(*std::move(source));
   }
   tellOfTwins(sources, options.themes);
-  return device::changeThemes("install", options.place, DeviceRoot::Creation::kIfMissing,
-                              [&](ThemeStore& store) { return stage(store, sources); });
+  const int status =
+      device::changeThemes("install", options.place, DeviceRoot::Creation::kIfMissing,
+                           [&](ThemeStore& store) { return stage(store, sources); });
+  return status == kDone ? sayDone("install", summaryOf(sources, options.place)) : status;
 }
 
 }  // namespace

@@ -20,6 +20,7 @@
 #include "exit_status.h"
 #include "held_interruptions.h"
 #include "output_file.h"
+#include "say_done.h"
 #include "text_table.h"
 
 namespace tools {
@@ -111,28 +112,30 @@ Result<Done> replace(const DeviceRoot& device, const Edit& edit, const Step& bef
   return Done();
 }
 
-/// Does `change` to the device, the only process to do so, and tells running programs.
+/// Does `change` to the device, the only process to do so, tells running programs, and says what
+/// holds now.
 int changeDevice(const device::Place& place,
-                 const std::function<Result<Done>(const DeviceRoot&)>& change) {
+                 const std::function<Result<Done>(const DeviceRoot&)>& change,
+                 const std::string& now) {
   const HeldInterruptions held;
   const auto device = device::openDevice(place, DeviceRoot::Creation::kIfMissing);
   if (!device) return refuse(device.reason());
   const auto begun = device::Change::begin(*device);
   if (!begun) return refuse(begun.reason());
   if (const auto changed = change(*device); !changed) return refuse(changed.reason());
-  return device::post(*device, device::kReloadSettings, "settings");
+  const int status = device::post(*device, device::kReloadSettings, "settings");
+  return status == kDone ? sayDone("settings", now) : status;
 }
 
 int setUse(const SettingsOptions& options) {
-  return changeDevice(options.place, [&](const DeviceRoot& device) {
-    return replace(
-        device,
-        [&](SettingsFile& settings) {
-          settings.setUsePrismal(options.use);
-          return Done();
-        },
-        [] { return Done(); });
-  });
+  const Edit edit = [&](SettingsFile& settings) {
+    settings.setUsePrismal(options.use);
+    return Done();
+  };
+  return changeDevice(
+      options.place,
+      [&](const DeviceRoot& device) { return replace(device, edit, [] { return Done(); }); },
+      options.use ? "usePrismal is on." : "usePrismal is off.");
 }
 
 Result<Done> setBackground(const DeviceRoot& device, const SettingsOptions& options) {
@@ -178,9 +181,14 @@ int changeBackground(const SettingsOptions& options) {
                   "iPad-Alert or iPad-Split");
   }
   if (options.remove != options.picture.empty()) return refuse("a PICTURE, or --remove");
-  return changeDevice(options.place, [&](const DeviceRoot& device) {
-    return options.remove ? removeBackground(device, options) : setBackground(device, options);
-  });
+  const std::string background =
+      "background " + options.style + " " + std::string(options.orientation);
+  return changeDevice(
+      options.place,
+      [&](const DeviceRoot& device) {
+        return options.remove ? removeBackground(device, options) : setBackground(device, options);
+      },
+      background + (options.remove ? " is the theme's again." : " is " + options.picture + "."));
 }
 
 struct UseChoice {

@@ -11,6 +11,7 @@
 #include "device/change_themes.h"
 #include "device/report.h"
 #include "exit_status.h"
+#include "say_done.h"
 #include "suggestion.h"
 #include "theme/theme_source.h"
 
@@ -30,6 +31,8 @@ struct UninstallOptions {
   device::Place place;
 };
 
+constexpr const char* kNoneLeft = "No theme is installed any more.";
+
 /// What `prismal list` calls the theme that is meant: its name, or the folder NAME.theme of the one
 /// that was installed, by its path.
 std::string nameOf(const ThemeStore& store, const std::string& meant) {
@@ -45,11 +48,14 @@ std::string noSuchTheme(const std::vector<std::string>& installed, const std::st
          (near ? "; did you mean " + std::string(*near) + "?" : "");
 }
 
-Result<Done> stage(ThemeStore& store, const UninstallOptions& options) {
+/// Puts the names of what goes into `gone`.
+Result<Done> stage(ThemeStore& store, const UninstallOptions& options,
+                   std::vector<std::string>& gone) {
   if (options.all) store.uninstallAll();
-  for (const std::string& name : options.names) {
-    if (!store.uninstall(nameOf(store, name)))
-      return Failure(ENOENT, noSuchTheme(store.names(), name));
+  for (const std::string& meant : options.names) {
+    const std::string name = nameOf(store, meant);
+    if (!store.uninstall(name)) return Failure(ENOENT, noSuchTheme(store.names(), meant));
+    gone.push_back(name);
   }
   return Done();
 }
@@ -60,11 +66,16 @@ int uninstall(const UninstallOptions& options) {
   }
   const auto device = device::openDeviceIfAny(options.place);
   if (device && !*device) {
-    return options.all ? kDone
+    return options.all ? sayDone("uninstall", kNoneLeft)
                        : device::refuse("uninstall", noSuchTheme({}, options.names.front()));
   }
-  return device::changeThemes("uninstall", options.place, DeviceRoot::Creation::kNever,
-                              [&](ThemeStore& store) { return stage(store, options); });
+  std::vector<std::string> gone;
+  const int status =
+      device::changeThemes("uninstall", options.place, DeviceRoot::Creation::kNever,
+                           [&](ThemeStore& store) { return stage(store, options, gone); });
+  if (status != kDone) return status;
+  return sayDone("uninstall", options.all ? kNoneLeft
+                                          : "Uninstalled " + CLI::detail::join(gone, ", ") + ".");
 }
 
 }  // namespace

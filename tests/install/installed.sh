@@ -9,7 +9,8 @@ trap 'rm -r -- "$scratch"' EXIT
 cd "$scratch/usr"
 for file in lib/prismal/libprismal.so share/doc/prismal/CHANGELOG.md \
   share/doc/prismal/docs/theme-format.md share/prismal/examples/Dusk.theme/theme.plist \
-  share/prismal/examples/ci/theme.yml share/bash-completion/completions/prismal \
+  share/prismal/examples/ci/theme.yml share/doc/prismal/examples/Dusk.theme/theme.plist \
+  share/doc/prismal/changelog.gz share/bash-completion/completions/prismal \
   share/fish/vendor_completions.d/prismal.fish; do
   [ -s "$file" ] || { echo "missing: $file"; exit 1; }
 done
@@ -29,11 +30,12 @@ fi
 grep -q 'libprismal.so' "$scratch/log"
 
 # A manual is searched by the line below its first heading.
-for page in share/man/man1/prismal.1 share/man/man5/prismal-theme.5; do
+for page in share/man/man1/prismal.1.gz share/man/man5/prismal-theme.5.gz; do
   [ -e "$page" ] || continue
-  grep -qE '^prismal(-theme)? \\?- ' "$page" || { echo "no name: $page"; exit 1; }
+  zcat "$page" >"$scratch/page"
+  grep -qE '^prismal(-theme)? \\?- ' "$scratch/page" || { echo "no name: $page"; exit 1; }
   # Where columns run into each other, and where text is cut.
   command -v groff >/dev/null || continue
-  groff -man -t -Kutf8 -Tutf8 -rLL=80n "$page" 2>"$scratch/log" >/dev/null
+  groff -man -t -Kutf8 -Tutf8 -rLL=80n "$scratch/page" 2>"$scratch/log" >/dev/null
   if grep 'wider than line width' "$scratch/log"; then echo "too wide a table: $page"; exit 1; fi
 done

@@ -37,6 +37,8 @@ class Install : public DeviceCommand {
   using Names = std::vector<std::string>;
 };
 
+constexpr const char* kErrorsAlone = "2>&1 >/dev/null";
+
 constexpr unsigned kRed = 0xffff0000;
 constexpr unsigned kGreen = 0xff00ff00;
 constexpr unsigned kBlue = 0xff0000ff;
@@ -74,7 +76,7 @@ TEST_F(Install, TheLastOneInstalledWinsAndGoesAgain) {
   };
   for (const Step& step : steps) {
     SCOPED_TRACE(step.command);
-    const Outcome outcome = prismal(step.command);
+    const Outcome outcome = prismal(step.command, kErrorsAlone);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "");
     EXPECT_EQ(installed(), step.topmostFirst);
@@ -129,7 +131,7 @@ TEST_F(Install, TheLibraryDrawsTheMergeLikeOneThemeOfAllTheirEntries) {
 TEST_F(Install, TellsWhatItLeavesOutAndGoesOn) {
   theme("A", colored("#FF0000FF", images(image("Portrait", "none.png") + image("X", "../p.png"))));
   theme("B", "<dict><key>CustomColor</key><string>none</string></dict>");
-  const Outcome outcome = prismal("install A.theme B.theme");
+  const Outcome outcome = prismal("install A.theme B.theme", kErrorsAlone);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.output,
             "A: BackgroundImages: Portrait: none.png: No such file or directory\n"
@@ -167,6 +169,7 @@ TEST_F(Install, RefusesInOneLineAndChangesNothing) {
   theme("A", colored("#FF0000FF"));
   theme("Broken", "<dict><key>a</key></dict>");
   theme("..", colored("#00FF00FF"));
+  fs::create_directory(folder() / "other");
   ASSERT_EQ(prismal("install A.theme").status, 0);
   const std::string before = readDevice(kMergedTheme);
   struct Case {
@@ -177,6 +180,8 @@ TEST_F(Install, RefusesInOneLineAndChangesNothing) {
       {"install", "THEME is required"},
       {"install A.theme None.theme", "prismal install: None.theme: No such file or directory"},
       {"install A.theme Broken.theme", "Broken.theme/theme.plist: line 1, column 19"},
+      {"install other",
+       "prismal install: other: a theme folder has a theme.plist, this one has none"},
       {"install ...theme", "prismal install: ..: no theme can have this name"},
       {"install A.theme --device-root ''", "--device-root: its value is empty"},
       {"install A.theme --device-root /", "/: this machine's own root can't be a device"},
@@ -205,6 +210,58 @@ TEST_F(Install, RefusesInOneLineAndChangesNothing) {
   EXPECT_FALSE(fs::exists(folder() / "none"));
 }
 
+TEST_F(Install, SaysWhatItHasDone) {
+  theme("A", colored("#FF0000FF"));
+  theme("B", colored("#00FF00FF"));
+  write("p.png", png(255, 0, 0));
+  struct Case {
+    std::string command;
+    std::string says;
+  };
+  const Case cases[] = {
+      {"install A.theme",
+       "Installed A, the topmost. Look at the device: prismal render -o picture.png\n"},
+      {"install B.theme A.theme --device-root .",
+       "Installed B, A; A is the topmost. Look at the device: prismal render --device-root '.' -o "
+       "picture.png\n"},
+      {"uninstall A", "Uninstalled A.\n"},
+      {"uninstall --all", "No theme is installed any more.\n"},
+      {"settings usePrismal off", "usePrismal is off.\n"},
+      {"settings usePrismal on", "usePrismal is on.\n"},
+      {"settings background iPad-Split Portrait p.png",
+       "background iPad-Split Portrait is p.png.\n"},
+      {"settings background iPad-Split Portrait --remove",
+       "background iPad-Split Portrait is the theme's again.\n"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(prismal(c.command).output, c.says) << c.command;
+}
+
+TEST_F(Install, ADeviceThatNobodyHasMadeIsAnEmptyOne) {
+  struct Case {
+    std::string command;
+    int status;
+    std::string says;
+  };
+  const Case cases[] = {
+      {"list", 0, "No theme is installed; `prismal install THEME` does that.\nusePrismal is on.\n"},
+      {"list --json", 0, "{\n \"usePrismal\": true,\n \"themes\": []\n}\n"},
+      {"settings", 0,
+       "SETTING     VALUE\nusePrismal  on\n(no settings file: every setting has its default)\n"},
+      {"uninstall A", 2, "prismal uninstall: A: no theme of that name is installed\n"},
+      {"uninstall --all", 0, "No theme is installed any more.\n"},
+      {"notify themes", 0, ""},
+      {"render", 2,
+       "prismal render: no THEME is given, and none is installed; `prismal install THEME` does "
+       "that, `prismal render --system` draws the plain keyboard\n"},
+  };
+  for (const Case& c : cases) {
+    const Outcome outcome = prismal(c.command);
+    EXPECT_EQ(outcome.status, c.status) << c.command;
+    EXPECT_EQ(outcome.output, c.says) << c.command;
+  }
+  EXPECT_FALSE(fs::exists(folder() / kDevice));
+}
+
 TEST_F(Install, AThemeThatIsDamagedOnTheDeviceCostsTheOthersNothing) {
   theme("A", colored("#FF0000FF"));
   theme("B", colored("#00FF00FF"));
@@ -218,7 +275,7 @@ TEST_F(Install, AThemeThatIsDamagedOnTheDeviceCostsTheOthersNothing) {
       0U)
       << outcome.output;
   EXPECT_EQ(keyOf(drawn()), kRed);
-  EXPECT_EQ(prismal("uninstall B").output, "");
+  EXPECT_EQ(prismal("uninstall B", kErrorsAlone).output, "");
 }
 
 TEST_F(Install, AThemeGoesByTheFolderThatItCameFrom) {
@@ -227,9 +284,9 @@ TEST_F(Install, AThemeGoesByTheFolderThatItCameFrom) {
   theme("C.theme", "<dict/>");
   ASSERT_EQ(prismal("install A.theme below/B.theme C.theme.theme").status, 0);
   ASSERT_EQ(installed(), (Names{"C.theme", "B", "A"}));
-  EXPECT_EQ(prismal("uninstall A.theme below/B.theme/").output, "");
+  EXPECT_EQ(prismal("uninstall A.theme below/B.theme/").output, "Uninstalled A, B.\n");
   // A name goes before the folder that it looks like.
-  EXPECT_EQ(prismal("uninstall C.theme").output, "");
+  EXPECT_EQ(prismal("uninstall C.theme").output, "Uninstalled C.theme.\n");
   EXPECT_EQ(installed(), Names());
 }
 
@@ -294,14 +351,14 @@ TEST_F(Install, TheListTellsWhatEachThemeHolds) {
   ASSERT_EQ(prismal("settings usePrismal off").status, 0);
   EXPECT_EQ(prismal("list").output,
             "THEME  COLOURS  GRADIENTS  RULES  PICTURES\n"
-            "Dusk   22       4          7      4\n"
+            "Dusk   22       4          10     4\n"
             "Linen  30       0          0      0\n"
             "Where themes differ, the upper one wins.\n"
             "usePrismal is off.\n");
   const auto list = nlohmann::json::parse(prismal("list --json").output);
   EXPECT_EQ(list["usePrismal"], false);
   EXPECT_EQ(list["themes"][0], nlohmann::json::parse(R"({"name": "Dusk", "colors": 22,
-      "gradients": 4, "rules": 7, "pictures": 4})"));
+      "gradients": 4, "rules": 10, "pictures": 4})"));
 }
 
 }  // namespace

@@ -113,6 +113,7 @@ TEST_F(Render, RefusesInOneLineThatNamesTheFile) {
       {"fine.plist --device-root .", "a THEME or --device-root, not both"},
       {"--device-root /", "own root can't be a device"},
       {"", "no THEME is given, and none is installed"},
+      {"--device-root none", "no device at none: No such file or directory"},
       {"fine.plist --library fine.plist", "fine.plist"},
   };
   for (const Case& c : cases) {

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <utility>
 
 #include "command.h"
 #include "host/images/encode.h"
@@ -51,6 +52,17 @@ TEST_F(RenderViews, ASheetHoldsWhatItIsNarrowedTo) {
   // The first of its views lies at the top left, a caption below it.
   for (const int y : {0, 100, 215}) {
     EXPECT_TRUE(std::equal(one.row(y), one.row(y) + one.width, sheet.row(16 + y) + 16)) << y;
+  }
+  // A hairline tells it from the table, one pixel wide.
+  const auto table = sheet.at(0, 0);
+  const auto line = sheet.at(15, 15);
+  EXPECT_NE(line, table);
+  for (const auto& [x, y] :
+       {std::pair(15, 100), {100, 15}, {16 + one.width, 100}, {100, 16 + one.height}}) {
+    EXPECT_EQ(sheet.at(x, y), line) << x << " " << y;
+  }
+  for (const auto& [x, y] : {std::pair(14, 100), {100, 14}, {17 + one.width, 100}}) {
+    EXPECT_EQ(sheet.at(x, y), table) << x << " " << y;
   }
   EXPECT_GT(sheet.width, 5 * one.width);
   EXPECT_LT(sheet.height, 3 * one.height);

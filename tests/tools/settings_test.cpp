@@ -53,7 +53,7 @@ TEST_F(Settings, TheSwitchKeepsEverythingElse) {
     fs::remove_all(folder() / kDevice / "var");
     if (!c.user.empty()) device(kUserSettings, c.user);
     if (!c.byDefault.empty()) device(kDefaultSettings, c.byDefault);
-    const Outcome outcome = prismal("settings usePrismal off");
+    const Outcome outcome = prismal("settings usePrismal off", "2>&1 >/dev/null");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_NE(outcome.output.find(c.says), std::string::npos) << outcome.output;
     EXPECT_EQ(outcome.output.empty(), c.says.empty()) << outcome.output;

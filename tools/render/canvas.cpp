@@ -18,6 +18,7 @@ namespace {
 
 constexpr drawing::Rgba kTable{0.965, 0.965, 0.972, 1};
 constexpr drawing::Rgba kInk{0.33, 0.35, 0.39, 1};
+constexpr Pixel kHairline = 0xffc9ccd2;
 
 /// A text without a key around it.
 drawing::KeyPicture captionOf(const Cell& cell) {
@@ -30,6 +31,29 @@ drawing::KeyPicture captionOf(const Cell& cell) {
   symbol.style.color = kInk;
   text.symbol = std::move(symbol);
   return text;
+}
+
+/// Where pixels of a cell's picture lie.
+struct Place {
+  int left, top, right, bottom;
+};
+
+Place placeOf(const Cell& cell, double scale) {
+  const auto pixels = [&](double points) { return static_cast<int>(std::lround(points * scale)); };
+  return {pixels(cell.frame.x), pixels(cell.frame.y), pixels(cell.frame.right()),
+          pixels(cell.frame.bottom())};
+}
+
+/// A line of one pixel just outside `place`: it tells pictures apart that have gaps themselves, as
+/// a split keyboard has.
+void drawHairline(Bitmap& table, const Place& place) {
+  for (const int y : {place.top - 1, place.bottom}) {
+    Pixel* const row = table.row(y);
+    std::fill(row + place.left - 1, row + place.right + 1, kHairline);
+  }
+  for (int y = place.top; y < place.bottom; ++y) {
+    table.row(y)[place.left - 1] = table.row(y)[place.right] = kHairline;
+  }
 }
 
 /// `above` laid over the opaque `below`.
@@ -53,12 +77,14 @@ Canvas::Canvas(drawing::Size size, double scale, std::vector<Cell> cells)
   for (const Cell& cell : cells_) table.keys.push_back(captionOf(cell));
   drawing::Fonts fonts;
   if (auto drawn = drawing::draw(table, fonts)) bitmap_ = *std::move(drawn);
+  if (!bitmap_.isValid()) return;
+  for (const Cell& cell : cells_) drawHairline(bitmap_, placeOf(cell, scale_));
 }
 
 void Canvas::put(std::size_t cell, const Bitmap& picture) {
-  const auto& frame = cells_[cell].frame;
-  const int left = static_cast<int>(std::lround(frame.x * scale_));
-  const int top = static_cast<int>(std::lround(frame.y * scale_));
+  const Place place = placeOf(cells_[cell], scale_);
+  const int left = place.left;
+  const int top = place.top;
   const int width = std::min(picture.width, bitmap_.width - left);
   const int height = std::min(picture.height, bitmap_.height - top);
   for (int y = 0; y < height; ++y) {
