@@ -22,6 +22,12 @@ if(PRISMAL_FUZZ)
     -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(prismal_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(PRISMAL_COVERAGE)
+  target_compile_options(prismal_options INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(prismal_options INTERFACE --coverage)
+  target_compile_definitions(prismal_options INTERFACE PRISMAL_COVERAGE)
+endif()
+include(cmake/Hardening.cmake)
 
 # An object library: its objects go whole into whatever is linked from it, so that a platform symbol
 # that only the dynamic library refers to is not dropped. It must be built from the targets that it

@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include "descriptor_io.h"
+#include "leave.h"
 
 namespace tools {
 
@@ -52,6 +53,7 @@ Result<ChildProcess> ChildProcess::start(const Work& work) {
   Descriptor reading(ends[0]);
   const Descriptor writing(ends[1]);
   const pid_t parent = getpid();
+  std::fflush(nullptr);  // or both would write it
   const pid_t process = fork();
   if (process < 0) return host::files::lastFailure();
   if (process == 0) {
@@ -61,8 +63,7 @@ Result<ChildProcess> ChildProcess::start(const Work& work) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != parent) _exit(0);
     workAndSend(work, writing.get());
-    std::fflush(stderr);
-    _exit(0);
+    leave(0);
   }
   return ChildProcess(process, std::move(reading));
 }

@@ -23,6 +23,7 @@
 #include "keyboard/keyboard_process.h"
 #include "keyboard/view.h"
 #include "keyboard/words.h"
+#include "leave.h"
 #include "library_path.h"
 #include "outer_process.h"
 #include "output_file.h"
@@ -151,10 +152,7 @@ Result<Done> drawAndFinish(const RenderOptions& options, const Draw& drawIt) {
 
 int drawOne(const RenderOptions& options, const Draw& draw) {
   const auto done = drawAndFinish(options, draw);
-  const int status = done ? kDone : refuse(done.reason());
-  // What runs at exit may want what the sandbox has taken away, as a leak checker does.
-  std::fflush(nullptr);
-  std::_Exit(status);
+  leave(done ? kDone : refuse(done.reason()));
 }
 
 int drawPicture(const RenderOptions& options) {

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "exit_status.h"
+#include "leave.h"
 
 namespace tools::watch {
 namespace {
@@ -34,9 +35,7 @@ bool Drawing::start(const std::function<int()>& draw) {
   std::fflush(nullptr);
   process_ = fork();
   if (process_ != 0) return process_ > 0;
-  const int status = drawAlone(draw);
-  std::fflush(nullptr);
-  _exit(status);
+  leave(drawAlone(draw));
 }
 
 std::optional<int> Drawing::takeStatus() {
