@@ -88,6 +88,12 @@ bool saysUtf8(std::string_view encoding) {
   });
 }
 
+/// Whether the end of what is open may be missing.
+bool mayLackEnd(XML_Error error) {
+  return error == XML_ERROR_TAG_MISMATCH || error == XML_ERROR_NO_ELEMENTS ||
+         error == XML_ERROR_UNCLOSED_TOKEN;
+}
+
 struct FreeParser {
   void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
@@ -112,7 +118,7 @@ class XmlReader {
     if (status != XML_STATUS_OK) {
       const XML_Error error = XML_GetErrorCode(parser_.get());
       if (error == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
-      refuseHere(XML_ErrorString(error));
+      refuseHere(XML_ErrorString(error) + (mayLackEnd(error) ? stillOpen() : ""));
     }
     return builder_.finish(root_);
   }
@@ -128,7 +134,8 @@ class XmlReader {
     bool isDictionary;
     Position position;
     std::size_t first;  // of its values, on the stack that collects them
-    std::optional<std::string_view> key;
+    std::optional<std::string_view> key = {};
+    std::size_t keyOffset = 0;
   };
 
   void listen() {
@@ -239,8 +246,7 @@ class XmlReader {
       refuseHere("containers nest deeper than " + std::to_string(kMaxDepth));
     }
     const bool isDictionary = element == Element::kDict;
-    containers_.push_back(
-        {isDictionary, position, isDictionary ? entries_.size() : items_.size(), {}});
+    containers_.push_back({isDictionary, position, isDictionary ? entries_.size() : items_.size()});
   }
 
   void text(std::string_view run) {
@@ -265,6 +271,7 @@ class XmlReader {
     if (leaf.element == Element::kKey) {
       const std::string_view key = builder_.keep(text_);
       containers_.back().key = key;
+      containers_.back().keyOffset = leaf.offset;
       if (keys_) keys_->add(key, positions_.at(leaf.offset));
     } else {
       add(value(leaf));
@@ -301,7 +308,7 @@ class XmlReader {
 
   void endContainer() {
     const Container container = containers_.back();
-    if (container.key) refuseHere("<key> without a value");
+    if (container.key) refuseAt(container.keyOffset, "<key> without a value");
     containers_.pop_back();
     PropertyListView value;
     if (container.isDictionary) {
@@ -325,6 +332,18 @@ class XmlReader {
       entries_.push_back({*containers_.back().key, value});
       containers_.back().key.reset();
     }
+  }
+
+  /// What is open, for a reason: its end may be what is missing.
+  std::string stillOpen() const {
+    if (!leaf_ && containers_.empty()) return "";
+    const bool isDictionary = !leaf_ && containers_.back().isDictionary;
+    const Element element = leaf_          ? leaf_->element
+                            : isDictionary ? Element::kDict
+                                           : Element::kArray;
+    const Position begin =
+        leaf_ ? TextPosition(bytes_).at(leaf_->offset) : containers_.back().position;
+    return "; the " + tag(element) + " of line " + std::to_string(begin.line) + " is still open";
   }
 
   /// Where in the document the tag or text begins that the parser is at.

@@ -2,6 +2,8 @@
 // where.
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <regex>
 #include <sstream>
@@ -57,6 +59,10 @@ class Check : public Command {
     paint("dots.png", 320, 216);
     paint("dots@2x.png", 640, 432);
     paint("alone.png", 320, 216);
+    paint("half.png", 320, 216);
+    paint("half@2x.png", 320, 216);
+    paint("../elsewhere.png", 320, 216);
+    std::filesystem::create_symlink("../elsewhere.png", folder() / "T.theme/lost.png");
     paint("square.png", 216, 216);
     paint("square@2x.png", 432, 432);
     write("T.theme/letter.png", "Dear Sir or Madam");
@@ -91,6 +97,7 @@ TEST_F(Check, SectionsAndDefinitions) {
   const Case cases[] = {
       {section("CustomColors", "<array/>") + colors(""), "2:1 warning [unknown-section]",
        colors("")},
+      {section("CustomColors", "<array/>"), "2:1 warning [unknown-section]", colors("")},
       {"", "1:1 warning [no-section]", gradients("")},
       {section("CustomColor", "<dict/>"), "3:1 error [section-type]", colors("")},
       {section("BackgroundImages", "<array/>"), "3:1 error [section-type]", images("")},
@@ -104,10 +111,10 @@ TEST_F(Check, SectionsAndDefinitions) {
        "4:8 error [color-name]", colors(pair("7", "#FF8000FF"))},
       {colors("<array><string>A</string><string>#FF8000FF</string><true/></array>"),
        "4:1 error [color-entry]", colors(pair("A", "#FF8000FF"))},
-      {colors(pair("A", "#FF8000FF") + "\n" + pair("A", "#000000FF")), "5:1 warning [hidden-color]",
+      {colors(pair("A", "#FF8000FF") + "\n" + pair("A", "#000000FF")), "5:8 warning [hidden-color]",
        colors(pair("A", "#FF8000FF") + "\n" + pair("a", "#000000FF"))},
       {colors(pair("UIKBColorBackgroundStandardGradientEnd", "#D1D5DBFF")),
-       "4:1 warning [half-background]",
+       "4:8 warning [half-background]",
        colors(pair("UIKBColorBackgroundStandardGradientEnd", "#D1D5DBFF") +
               pair("UIKBColorBackgroundStandardGradientStart", "#D1D5DBFF"))},
 
@@ -120,13 +127,108 @@ TEST_F(Check, SectionsAndDefinitions) {
       {gradients(pair("Glass", "UIKBColorKeyLeter")), "4:30 warning [unknown-color]",
        gradients(pair("Glass", "UIKBColorKeyLetter"))},
       {gradients(pair("A", "UIKBColorKeyLetter") + "\n" + pair("A", "UIKBColorKeyLetter")),
-       "4:1 warning [hidden-gradient]",
+       "4:8 warning [hidden-gradient]",
        gradients(pair("A", "UIKBColorKeyLetter") + "\n" + pair("a", "UIKBColorKeyLetter"))},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(findingsOf(c.faulty), c.expected + "\n") << c.faulty;
     EXPECT_EQ(findingsOf(c.sound), "") << c.sound;
   }
+}
+
+TEST_F(Check, NamesThatNothingAsksFor) {
+  const std::string black = "#000000FF";
+  const auto face = [](const std::string& name) {
+    return gradients(pair(name, "UIKBColorKeyLetter"));
+  };
+  const Case cases[] = {
+      {colors(pair("UIKBColorKeyLeter", "#FFFFFFFF")), "4:8 warning [unused-name]",
+       colors(pair("UIKBColorKeyLetter", "#FFFFFFFF"))},
+      {colors(pair("uikbColorTextLetter", black)), "4:8 warning [unused-name]",
+       colors(pair("My TextLetter", black))},
+      {colors(pair("UIKBMine", black)), "4:8 warning [unused-name]",
+       colors(pair("UIKBMine", black)) + gradients(pair("G", "UIKBMine"))},
+      {colors(pair("UIKBGradientKeyLetter", black)), "4:8 warning [unused-name]",
+       face("UIKBGradientKeyLetter")},
+      {face("UIKBColorKeySpace"), "4:8 warning [unused-name]", face("Mine")},
+      {colors(pair("", black)), "4:8 warning [unused-name]", colors(pair("A", black))},
+      // The one of a pair that is misspelt, not the other.
+      {colors(pair("UIKBColorBackgroundStandardGradientStart", black) + "\n" +
+              pair("UIKBColorBackgroundStandardGradientEnf", black)),
+       "5:8 warning [unused-name]",
+       colors(pair("UIKBColorBackgroundAlertGradientStart", black) + "\n" +
+              pair("UIKBColorBackgroundAlertGradientEnd", black))},
+      // Used twice, a name is right, and its definition wrong.
+      {colors(pair("Acent", black)) + gradients("\n" + pair("A", "Accent") + pair("B", "Accent")),
+       "4:8 warning [unused-name]",
+       colors(pair("Accent", black)) + gradients(pair("A", "Accent") + pair("B", "Accent"))},
+      {colors(pair("Accent", black)) + gradients(pair("A", "Acent")),
+       "6:26 warning [unknown-color]",
+       colors(pair("Accent", black)) + gradients(pair("A", "Accent"))},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(findingsOf(c.faulty, "--ignore low-contrast"), c.expected + "\n") << c.faulty;
+    EXPECT_EQ(findingsOf(c.sound, "--ignore low-contrast"), "") << c.sound;
+  }
+}
+
+TEST_F(Check, TellsNothingThatFollowsFromWhatItHasTold) {
+  const std::string phone = "iPhone-Standard";
+  const std::string white = pair("Light", "#FFFFFFFF");
+  const auto text = [](const std::string& name) {
+    return rule("DisplayType=Space;ControlState=3", "TextColor", "<string>" + name + "</string>");
+  };
+  const std::string dark = colors(pair("UIKBColorKeySpace", "#101010FF") + white);
+  const std::string lit = rules(phone, text("Light"));
+  const auto textLight = [&](const std::string& condition, const std::string& property) {
+    return dark + rules(phone, rule(condition, property, "<string>Light</string>"));
+  };
+  // A dark space key, of which the rule that would light its text is broken; and names without
+  // their definitions.
+  const Case cases[] = {
+      {textLight("DisplayType=Spacee;ControlState=3", "TextColor"), "6:8 warning [unknown-value]",
+       dark + lit},
+      {textLight("Displaytype=Space;ControlState=3", "TextColor"), "6:8 warning [unknown-term]",
+       dark + lit},
+      {textLight("DisplayType=Space;Row=Row1;ControlState=3", "TextColor"),
+       "6:1 warning [rule-never-matches]", dark + lit},
+      {textLight("DisplayType=Space;ControlState=3", "Textcolor"),
+       "6:63 warning [unknown-property]", dark + lit},
+      {dark + rules("iPhone-Standart", text("Light")), "5:7 warning [unknown-style]", dark + lit},
+      {dark + "\n" +
+           section("Style",
+                   "<dict><key>iPhone-Standard</key><array>\n" + text("Light") + "</array></dict>"),
+       "5:1 warning [unknown-section]", dark + lit},
+      {colors(pair("UIKBColorKeySpace", "#101010FF") + pair("UIKBColorTextSpace", "#FFFFFF")),
+       "4:118 error [color-string]",
+       colors(pair("UIKBColorKeySpace", "#101010FF") + pair("UIKBColorTextSpace", "#FFFFFFFF"))},
+      {colors(pair("UIKBColorKeySpace", "#101010FF") + pair("UIKBColorTexSpace", "#FFFFFFFF")),
+       "4:83 warning [unused-name]",
+       colors(pair("UIKBColorKeySpace", "#101010FF") + pair("UIKBColorTextSpace", "#FFFFFFFF"))},
+      {section("CustomColor", "<dict><key>Light</key><string>#000000FF</string></dict>") + lit,
+       "3:1 error [section-type]", colors(pair("Light", "#000000FF")) + lit},
+      {section("CustomColors", "<array>" + pair("Light", "#000000FF") + "</array>") + lit,
+       "2:1 warning [unknown-section]", colors(pair("Light", "#000000FF")) + lit},
+      {colors("<array><integer>7</integer><string>#000000FF</string></array>") + lit,
+       "4:8 error [color-name]", colors(pair("Light", "#000000FF")) + lit},
+      {colors(pair("UIKBColorBackgroundStandardGradientStart", "#D0D0D0FF") + "\n" +
+              pair("UIKBColorBackgroundStandardGradientEnd", "#D0D0D0")),
+       "5:63 error [color-string]",
+       colors(pair("UIKBColorBackgroundStandardGradientStart", "#D0D0D0FF") + "\n" +
+              pair("UIKBColorBackgroundStandardGradientEnd", "#D0D0D0FF"))},
+  };
+  for (const Case& c : cases) {
+    const std::string found = findingsOf(c.faulty);
+    EXPECT_TRUE(found.ends_with(c.expected + "\n") && std::ranges::count(found, '\n') == 1)
+        << c.faulty << "\n"
+        << found;
+    EXPECT_EQ(findingsOf(c.sound, ""), "") << c.sound;
+  }
+  // What has nothing to do with it is told all the same.
+  EXPECT_EQ(
+      findingsOf(colors(pair("UIKBColorKeyReturn", "#101010FF") + white) +
+                 rules(phone, rule("DisplayType=Spacee", "TextColor", "<string>Light</string>"))),
+      "4:43 warning [low-contrast]\n6:8 warning [unknown-value]\n");
 }
 
 TEST_F(Check, Rules) {
@@ -163,7 +265,7 @@ TEST_F(Check, Rules) {
       {rules(phone, rule("*", "FontName", "<integer>1</integer>")), "4:51 error [property-type]",
        rules(phone, rule("*", "FontName", font))},
       {rules(phone, rule("*", "TransparentForeground", "<false/>")),
-       "4:26 warning [rule-sets-nothing]",
+       "4:32 warning [rule-sets-nothing]",
        rules(phone, rule("*", "TransparentForeground", "<true/>"))},
       {rules(phone, rule("*", "EtchColor", "<string>#FF8000FF</string>")),
        "4:52 warning [unknown-color]", rules(phone, rule("*", "EtchColor", black))},
@@ -173,6 +275,29 @@ TEST_F(Check, Rules) {
       {rules(phone, rule("Row=Row1", "FontName", font) + rule("Row=Row1,Row2", "FontName", font)),
        "4:1 warning [rule-overridden]",
        rules(phone, rule("Row=Row1", "FontName", font) + rule("Row=Row2", "FontName", font))},
+      {rules(phone, rule("*", "FontName", "<string>Inter-SemiBlod</string>")),
+       "4:51 warning [unknown-font]",
+       rules(phone, rule("*", "FontName", "<string>Inter-SemiBold</string>"))},
+      {rules(phone, rule("*", "FontName", "<string/>")), "4:51 warning [unknown-font]",
+       rules(phone, rule("*", "FontName", "<string>Fontless Grotesque</string>"))},
+      {rules(phone, rule("*",
+                         "BackgroundGradient</key><string>UIKBGradientKeyLetter</string>"
+                         "<key>TransparentForeground",
+                         "<true/>")),
+       "4:61 warning [property-without-effect]",
+       rules(phone, rule("*", "BackgroundGradient", "<string>UIKBGradientKeyLetter</string>"))},
+      {section("Styles",
+               "<dict><key>iPad-Standard</key><array/><key>iPhone-Standard</key><array>\n" +
+                   rule("*", "SecondaryTextColor", black) + "</array></dict>"),
+       "4:61 warning [property-without-effect]",
+       rules(phone, rule("*", "SecondaryTextColor", black))},
+      {rules("iPad-Standard", rule("DisplayType=Letter", "SecondaryTextColor", black) +
+                                  rule("KeyName=Comma,Full-Stop", "SecondaryTextColor", black)),
+       "4:1 warning [rule-overridden]",
+       rules("iPad-Standard", rule("DisplayType=Letter", "SecondaryTextColor", black) +
+                                  rule("KeyName=Comma", "SecondaryTextColor", black))},
+      {with("DisplayType=Space;\nRow=Row4"), "5:1 warning [unknown-term]",
+       with("DisplayType=Space;Row=Row4")},
       // No tablet's key is left to the phone's list once tablets have their own.
       {section("Styles",
                "<dict><key>iPad-Standard</key><array/><key>iPhone-Standard</key><array>\n" +
@@ -200,6 +325,10 @@ TEST_F(Check, Pictures) {
       {images(image(key, "/var/../../dots.png")), "4:36 error [image-outside]", sound},
       {images(image(key, "/dots.png")), "4:36 warning [image-on-device]", sound},
       {images(image(key, "alone.png")), "4:36 warning [missing-sibling]", sound},
+      {images(image(key, "half.png")), "4:36 warning [sibling-size]", sound},
+      {images(image(key, "lost.png")), "4:36 error [image-outside]", sound},
+      {images(image("iPhone-Standard;Portrait", "dots.png")), "4:1 warning [unknown-image-key]",
+       sound},
       {images(image(key, "square.png")), "4:36 warning [image-stretched]", sound},
       {images(image("Portrait", "dots.png")), "4:20 warning [image-stretched]", sound},
       {images(image("Portrait;iPad-Standard", "dots.png")), "4:34 warning [image-stretched]",
@@ -236,27 +365,55 @@ TEST_F(Check, TextAgainstItsKey) {
   };
   const Case cases[] = {
       // Black reaches 4.5 on a grey of 0x75, and not on one of 0x74.
-      {face("#747474FF"), "4:1 warning [low-contrast]", face("#757575FF")},
+      {face("#747474FF"), "4:43 warning [low-contrast]", face("#757575FF")},
       // Letters are large: 3 is enough, which a grey of 0x94 has on the white of their keys.
-      {ink("UIKBColorTextLetter", "#969696FF"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorTextLetter", "#969696FF"), "4:44 warning [low-contrast]",
        ink("UIKBColorTextLetter", "#909090FF")},
       // The same greys through a veil over black.
-      {ink("UIKBColorTextLetter", "#00000066"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorTextLetter", "#00000066"), "4:44 warning [low-contrast]",
        ink("UIKBColorTextLetter", "#00000071")},
-      {ink("UIKBColorTextShiftLocked", "#FDFDFEFF"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorTextShiftLocked", "#FDFDFEFF"), "4:49 warning [low-contrast]",
        ink("UIKBColorTextShiftLocked", "#000000FF")},
-      {ink("UIKBColorTextDictationDone", "#AEB4BEFF"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorTextDictationDone", "#AEB4BEFF"), "4:51 warning [low-contrast]",
        ink("UIKBColorTextDictationDone", "#000000FF")},
-      {ink("UIKBColorAlertTextSpacePressed", "#FFFFFF20"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorAlertTextSpacePressed", "#FFFFFF20"), "4:55 warning [low-contrast]",
        ink("UIKBColorAlertTextSpacePressed", "#FFFFFFFF")},
-      // What is disabled may recede as far as it likes; only its neighbours may not.
-      {ink("UIKBColorTextLetterPressed", "#E9EBEEFF"), "4:1 warning [low-contrast]",
-       ink("UIKBColorTextLetterDisabled", "#E9EBEEFF")},
+      {ink("UIKBColorTextLetterPressed", "#E9EBEEFF"), "4:51 warning [low-contrast]",
+       ink("UIKBColorTextLetterPressed", "#000000FF")},
+      // Of a disabled key the theme's text is held to the same, the system's to what it has itself.
+      {ink("UIKBColorTextLetterDisabled", "#A0A0A0FF"), "4:52 warning [low-contrast]",
+       ink("UIKBColorTextLetterDisabled", "#606060FF")},
+      {ink("UIKBColorKeySpaceDisabled", "#404040FF"), "4:50 warning [low-contrast]",
+       ink("UIKBColorKeySpaceDisabled", "#FFFFFFFF")},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(findingsOf(c.faulty), c.expected + "\n") << c.faulty;
     EXPECT_EQ(findingsOf(c.sound), "") << c.sound;
   }
+}
+
+TEST_F(Check, MeasuresPicturesOfBothScales) {
+  const auto paint = [&](const std::string& name, int scale, std::uint8_t grey) {
+    write("T.theme/" + name, host::images::encodePng(host::images::solid(320 * scale, 216 * scale,
+                                                                         grey, grey, grey, 0xff)));
+  };
+  paint("night.png", 1, 0xd0);
+  paint("night@2x.png", 2, 0x18);
+  const auto over = [](const std::string& picture) {
+    return images(image("Portrait;iPhone-Standard", picture)) +
+           rules("iPhone-Standard", rule("*", "TransparentForeground", "<true/>"));
+  };
+  EXPECT_EQ(findingsOf(over("night.png")), "4:36 warning [low-contrast]\n");
+  EXPECT_EQ(findingsOf(over("dots.png")), "");
+}
+
+TEST_F(Check, NamesTheWholePathOfADuplicate) {
+  const std::string black = "<string>UIKBColorTextLetter</string>";
+  const std::string twice =
+      rules("iPhone-Standard", rule("*", "TextColor</key>" + black + "\n<key>TextColor", black));
+  EXPECT_EQ(findingsOf(twice), "4:32 warning [duplicate-key]\n");
+  const json report = json::parse(prismal("check --format json T.theme", "2>/dev/null").output);
+  EXPECT_EQ(report["findings"][0]["path"], "Styles.iPhone-Standard[0][1].TextColor");
 }
 
 TEST_F(Check, PointsAtTheRuleThatHasTheLastWordOnAText) {
@@ -289,6 +446,11 @@ TEST_F(Check, Suggests) {
       {with("KeyName=Space-Kye"), "Space-Key"},
       {with("Row=3"), "Row3"},
       {with("DisplayType=Ltter"), "Letter"},
+      {with("KeyName=Space"), "Space-Key"},
+      {with("ControlState=pressed"), "1"},
+      {section("CustomGradient", "<array/>") + images(""), "CustomLinearGradient"},
+      {rules("iPhone-Standard", rule("*", "BackgroundColor", black)), "BackgroundGradient"},
+      {images(image("iPhone-Standard;Portrait", "dots.png")), "Portrait;iPhone-Standard"},
       {rules("iPhone-Standard", rule("*", "FontNme", "<string>Inter</string>")), "FontName"},
       {images(image("Landscpe;iPad-Split", "dots.png")), "Landscape;iPad-Split"},
       {colors(pair("Accent", "#FF8000FF")) + gradients(pair("Glass", "Acent")), "Accent"},
@@ -298,6 +460,12 @@ TEST_F(Check, Suggests) {
         << messageOf(c.theme);
   }
   EXPECT_EQ(messageOf(rules("Preferences", "")), "\"Preferences\" is no visual style");
+  // Another number is no slip of the finger.
+  for (const std::string state : {"4", "0", "Row1"}) {
+    EXPECT_TRUE(messageOf(with("ControlState=" + state)).ends_with("; there are 1, 2, 3, 6 and 7"))
+        << messageOf(with("ControlState=" + state));
+  }
+  EXPECT_TRUE(messageOf(with("Row=Row5")).ends_with("; there are Row1, Row2, Row3 and Row4"));
 }
 
 TEST_F(Check, TellsEveryLineThatTheLibraryLogs) {
@@ -363,7 +531,7 @@ TEST_F(Check, HostileAndForeignLists) {
   for (int i = 0; i < 5000; ++i) list += rule("Row=Row1", "FontName", "<string>Inter</string>");
   const Foreign cases[] = {
       {"", 2, "x.plist:1:1: error: no property list"},
-      {"<dict><key>a</key></dict>", 2, "x.plist:1:19: error: <key> without a value [unreadable]"},
+      {"<dict><key>a</key></dict>", 2, "x.plist:1:7: error: <key> without a value [unreadable]"},
       {"\x89PNG", 2, "[unreadable]"},
       {"bplist00", 2, "x.plist: error: "},
       {"<array/>", 1,
@@ -372,7 +540,8 @@ TEST_F(Check, HostileAndForeignLists) {
       {"<dict><key>WindowFrame</key><string>{{0, 0}, {1, 1}}</string></dict>", 1,
        "[unknown-section]"},
       {"<dict>" + colors(nested) + "</dict>", 1, "[color-entry]"},
-      {many + "</dict>", 1, "and 4800 more like this [unknown-section]"},
+      {many + "</dict>", 1, "\"k4999\" is no section [unknown-section]"},
+      {"{\"CustomColor\": []}", 2, "prismal convert makes a property list of JSON [unreadable]"},
       {"<dict>" + rules("iPhone-Standard", list) + "</dict>", 1, "[too-many-rules]"},
       {"<dict>" + rules("iPhone-Standard", "") + images(image("Portrait", std::string(5000, 'x'))) +
            "</dict>",

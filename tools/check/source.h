@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,12 +36,16 @@ class Source {
   const platform::PropertyList& list() const { return list_; }
   /// Whether the theme is a folder, which has its pictures in it.
   bool isFolder() const { return isFolder_; }
-  /// The folder in which the file lies.
+  /// The folder in which the file lies, and its path on this machine.
   const host::files::DeviceRoot& folder() const { return folder_; }
+  const std::filesystem::path& directory() const { return directory_; }
 
   Place at(std::string path, platform::PropertyListView value) const;
   /// The place of an entry's key.
   Place atKey(std::string path, const platform::PropertyListEntry& entry) const;
+  /// The place of what begins `offset` bytes into the text of a string at `place`: another one only
+  /// where it stands on a later line, and the file has the text as it is.
+  Place within(const Place& place, std::string_view text, std::size_t offset) const;
   const host::plist::KeyPositions& keys() const { return keys_; }
 
   /// Gives each finding the line of the file on which it stands. They are in the order of their
@@ -48,10 +53,15 @@ class Source {
   void addLines(std::vector<Finding>& findings) const;
 
  private:
-  Source(host::files::DeviceRoot folder, std::string bytes, bool isFolder)
-      : folder_(std::move(folder)), bytes_(std::move(bytes)), isFolder_(isFolder) {}
+  Source(host::files::DeviceRoot folder, std::filesystem::path directory, std::string bytes,
+         bool isFolder)
+      : folder_(std::move(folder)),
+        directory_(std::move(directory)),
+        bytes_(std::move(bytes)),
+        isFolder_(isFolder) {}
 
   host::files::DeviceRoot folder_;
+  std::filesystem::path directory_;
   std::string bytes_;
   bool isFolder_;
   platform::PropertyList list_;
