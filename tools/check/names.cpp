@@ -99,8 +99,11 @@ class NameCheck {
 
   void tellDefinition(Kind kind, std::string_view name, std::string_view meant,
                       const Places& places) {
+    Places inOrder = places;
+    std::ranges::stable_sort(inOrder, {},
+                             [](const UnknownName* use) { return use->place.position.line; });
     std::vector<std::string> where;
-    for (const UnknownName* use : places) where.push_back(whereIs(use->place));
+    for (const UnknownName* use : inOrder) where.push_back(whereIs(use->place));
     where.erase(std::unique(where.begin(), where.end()), where.end());
     theme_.findings.add("unused-name"_rule, placeOf(kind, name),
                         "nothing uses " + inQuotes(name) + "; did you mean " + inQuotes(meant) +
