@@ -105,8 +105,8 @@ bool names(const std::vector<std::string>& rules, const Rule& rule) {
 
 /// Leaves what was asked for. That a theme can't be read is told in any case.
 void filter(Report& report, const CheckOptions& options) {
+  if (report.isUnreadable()) return;
   std::erase_if(report.findings, [&](const check::Finding& finding) {
-    if (report.isUnreadable()) return false;
     const bool isSelected = options.selected.empty() || names(options.selected, *finding.rule);
     return !isSelected || names(options.ignored, *finding.rule);
   });

@@ -74,8 +74,8 @@ int uninstall(const UninstallOptions& options) {
       device::changeThemes("uninstall", options.place, DeviceRoot::Creation::kNever,
                            [&](ThemeStore& store) { return stage(store, options, gone); });
   if (status != kDone) return status;
-  return sayDone("uninstall", options.all ? kNoneLeft
-                                          : "Uninstalled " + CLI::detail::join(gone, ", ") + ".");
+  return sayDone("uninstall",
+                 options.all ? kNoneLeft : "Uninstalled " + CLI::detail::join(gone, ", ") + ".");
 }
 
 }  // namespace

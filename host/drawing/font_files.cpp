@@ -205,6 +205,24 @@ std::optional<FontFile> FontFiles::named(std::string_view name) {
   return fonts.nearest(FC_FAMILY, name.substr(0, dash), traits);
 }
 
+std::set<std::string> FontFiles::names() {
+  constexpr const char* kNames[] = {FC_POSTSCRIPT_NAME, FC_FULLNAME, FC_FAMILY};
+  const FontPattern any(FcPatternCreate());
+  FcPatternAddBool(any.get(), FC_SCALABLE, FcTrue);
+  const ObjectSet told(FcObjectSetBuild(kNames[0], kNames[1], kNames[2], nullptr));
+  const FontSet set(FcFontList(installed().config.get(), any.get(), told.get()));
+  std::set<std::string> names;
+  for (FcPattern* font : fontsOf(set)) {
+    for (const char* property : kNames) {
+      FcChar8* name = nullptr;
+      for (int i = 0; FcPatternGetString(font, property, i, &name) == FcResultMatch; ++i) {
+        names.emplace(reinterpret_cast<const char*>(name));
+      }
+    }
+  }
+  return names;
+}
+
 std::optional<FontFile> FontFiles::system(FontTraits traits) {
   if (auto file = fromSystemFolder(systemFontName(traits))) return file;
   const FontPattern pattern = installed().likeSystemFont(traits);

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,6 +32,9 @@ class FontFiles {
 
   /// By PostScript name, full name, family, then family and style; none when not installed.
   std::optional<FontFile> named(std::string_view name);
+  /// What `named` may be asked for: every family and the PostScript name and the full name of every
+  /// font that is installed.
+  std::set<std::string> names();
   /// The system font, or what comes nearest to it; none only where no font is installed.
   std::optional<FontFile> system(FontTraits traits);
   /// The font with `character` that goes best with the system font; none when no font has it.

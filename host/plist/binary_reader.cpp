@@ -10,6 +10,7 @@
 #include "host/plist/binary_file.h"
 #include "host/plist/builder.h"
 #include "host/plist/date_text.h"
+#include "host/plist/key_positions.h"
 #include "host/plist/limits.h"
 #include "host/plist/reader.h"
 #include "host/plist/refusal.h"
@@ -57,8 +58,9 @@ struct OpenContainer {
 /// memory or the time that it saves is spent.
 class BinaryReader {
  public:
-  explicit BinaryReader(std::string_view bytes)
-      : file_(bytes), unspentBytes_(bytes.size()), places_(file_.objectCount()) {
+  /// `keys` may be null.
+  BinaryReader(std::string_view bytes, KeyPositions* keys)
+      : file_(bytes), keys_(keys), unspentBytes_(bytes.size()), places_(file_.objectCount()) {
     // A file may say that it has any number of objects; most of those it says it has are read.
     constexpr std::size_t kMost = std::size_t{1} << 16U;
     read_.reserve(std::min(file_.objectCount(), kMost));
@@ -159,7 +161,9 @@ class BinaryReader {
     ReadObject& object = *find(container.index);
     object.extent = container.extent;
     if (container.isDictionary) {
-      object.value = builder_.dictionary(std::span(entries_).subspan(container.first));
+      const auto written = Entries(entries_).subspan(container.first);
+      object.value = builder_.dictionary(written);
+      if (keys_) keys_->addRepeated(written, object.value.entries());
       entries_.resize(container.first);
     } else {
       object.value = builder_.array(Items(items_).subspan(container.first));
@@ -255,6 +259,7 @@ class BinaryReader {
   }
 
   binary::File file_;
+  KeyPositions* keys_;
   Builder builder_;
   std::size_t unspentBytes_;
   std::size_t referredTo_ = 1;  // the root
@@ -268,17 +273,25 @@ class BinaryReader {
   std::string text_;
 };
 
-}  // namespace
-
-Reading readBinary(std::string_view bytes) {
+Reading readFile(std::string_view bytes, KeyPositions* keys) {
   try {
     if (!bytes.starts_with(binary::kMagic))
       return {{}, "header at offset 0: no binary property list"};
     if (bytes.size() > kMaxBytes) return {{}, whyTooLong()};
-    return {BinaryReader(bytes).read(), {}};
+    return {BinaryReader(bytes, keys).read(), {}};
   } catch (Refusal& refusal) {
     return {{}, std::move(refusal.reason)};
   }
+}
+
+}  // namespace
+
+Reading readBinary(std::string_view bytes) {
+  return readFile(bytes, nullptr);
+}
+
+Reading readBinary(std::string_view bytes, KeyPositions& keys) {
+  return readFile(bytes, &keys);
 }
 
 }  // namespace host::plist

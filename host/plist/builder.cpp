@@ -111,8 +111,11 @@ PropertyListView Builder::dictionary(std::span<const Entry> entries, Position po
 }
 
 std::string_view Builder::keep(std::string_view text) {
-  const std::span<const char> kept = copy(std::span<const char>(text));
-  return {kept.data(), kept.size()};
+  // Empty texts have an address of their own, too: keys are told apart by theirs.
+  constexpr std::size_t kLeast = 1;
+  char* const first = static_cast<char*>(arena_->allocate(std::max(text.size(), kLeast), 1));
+  std::ranges::copy(text, first);
+  return {first, text.size()};
 }
 
 PropertyListView Builder::adopt(PropertyList other) {

@@ -16,21 +16,21 @@ bool mayBeXml(std::string_view bytes) {
   return first != std::string_view::npos && bytes[first] == '<';
 }
 
-template <class ReadXml>
-Reading readEither(std::string_view bytes, ReadXml readAsXml) {
-  if (bytes.starts_with(binary::kMagic)) return readBinary(bytes);
-  if (mayBeXml(bytes)) return readAsXml(bytes);
+template <class... Keys>
+Reading readEither(std::string_view bytes, Keys&... keys) {
+  if (bytes.starts_with(binary::kMagic)) return readBinary(bytes, keys...);
+  if (mayBeXml(bytes)) return readXml(bytes, keys...);
   return {{}, "line 1, column 1: no property list, neither XML nor binary"};
 }
 
 }  // namespace
 
 Reading read(std::string_view bytes) {
-  return readEither(bytes, [](std::string_view xml) { return readXml(xml); });
+  return readEither(bytes);
 }
 
 Reading read(std::string_view bytes, KeyPositions& keys) {
-  return readEither(bytes, [&](std::string_view xml) { return readXml(xml, keys); });
+  return readEither(bytes, keys);
 }
 
 }  // namespace host::plist

@@ -32,6 +32,12 @@ bool saysUtf8(std::string_view encoding) {
   });
 }
 
+/// Whether the end of what is open may be missing.
+bool mayLackEnd(XML_Error error) {
+  return error == XML_ERROR_TAG_MISMATCH || error == XML_ERROR_NO_ELEMENTS ||
+         error == XML_ERROR_UNCLOSED_TOKEN;
+}
+
 struct FreeParser {
   void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
@@ -54,7 +60,7 @@ class XmlReader {
     if (status != XML_STATUS_OK) {
       const XML_Error error = XML_GetErrorCode(parser_.get());
       if (error == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
-      refuseHere(XML_ErrorString(error));
+      refuseHere(XML_ErrorString(error) + (mayLackEnd(error) ? values_.stillOpen() : ""));
     }
     return std::move(values_).finish();
   }

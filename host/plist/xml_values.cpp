@@ -67,6 +67,17 @@ void XmlValues::refuse(std::size_t offset, std::string_view why) {
   throw Refusal{inWords(positions_.at(std::min(offset, bytes_.size()))) + ": " + std::string(why)};
 }
 
+std::string XmlValues::stillOpen() const {
+  if (!leaf_ && containers_.empty()) return "";
+  const bool isDictionary = !leaf_ && containers_.back().isDictionary;
+  const XmlElement element = leaf_          ? leaf_->element
+                             : isDictionary ? XmlElement::kDict
+                                            : XmlElement::kArray;
+  const Position begin =
+      leaf_ ? TextPosition(bytes_).at(leaf_->offset) : containers_.back().position;
+  return "; the " + tag(element) + " of line " + std::to_string(begin.line) + " is still open";
+}
+
 void XmlValues::start(XmlElement element, std::size_t offset) {
   if (leaf_) refuse(offset, tag(element) + " inside " + tag(leaf_->element));
   switch (element) {
@@ -112,8 +123,7 @@ void XmlValues::startValue(XmlElement element, std::size_t offset) {
 }
 
 void XmlValues::startContainer(bool isDictionary, Position position) {
-  containers_.push_back(
-      {isDictionary, position, isDictionary ? entries_.size() : items_.size(), {}});
+  containers_.push_back({isDictionary, position, isDictionary ? entries_.size() : items_.size()});
 }
 
 void XmlValues::text(std::string_view run, std::size_t offset) {
@@ -127,7 +137,7 @@ void XmlValues::text(std::string_view run, std::size_t offset) {
 
 void XmlValues::end(std::size_t offset) {
   if (leaf_) return endLeaf();
-  if (!containers_.empty()) return endContainer(offset);
+  if (!containers_.empty()) return endContainer();
   if (!root_) refuse(offset, "<plist> without a value");
 }
 
@@ -137,6 +147,7 @@ void XmlValues::endLeaf() {
   if (leaf.element == XmlElement::kKey) {
     const std::string_view key = builder_.keep(text_);
     containers_.back().key = key;
+    containers_.back().keyOffset = leaf.offset;
     if (keys_) keys_->add(key, positions_.at(leaf.offset));
   } else {
     add(value(leaf));
@@ -172,9 +183,9 @@ T XmlValues::parsed(const Leaf& leaf, std::optional<T> (*parse)(std::string_view
   return *std::move(result);
 }
 
-void XmlValues::endContainer(std::size_t offset) {
+void XmlValues::endContainer() {
   const Container container = containers_.back();
-  if (container.key) refuse(offset, "<key> without a value");
+  if (container.key) refuse(container.keyOffset, "<key> without a value");
   containers_.pop_back();
   PropertyListView value;
   if (container.isDictionary) {

@@ -50,6 +50,8 @@ class XmlValues {
   platform::PropertyList finish() && { return builder_.finish(root_); }
 
   [[noreturn]] void refuse(std::size_t offset, std::string_view why);
+  /// What is open, to go behind a reason: its end may be what is missing. Empty when nothing is.
+  std::string stillOpen() const;
 
  private:
   struct Leaf {
@@ -62,7 +64,8 @@ class XmlValues {
     bool isDictionary;
     Position position;
     std::size_t first;  // of its values, on the stack that collects them
-    std::optional<std::string_view> key;
+    std::optional<std::string_view> key = {};
+    std::size_t keyOffset = 0;
   };
 
   void startPlist(std::size_t offset);
@@ -70,7 +73,7 @@ class XmlValues {
   void startValue(XmlElement element, std::size_t offset);
   void startContainer(bool isDictionary, Position position);
   void endLeaf();
-  void endContainer(std::size_t offset);
+  void endContainer();
   platform::PropertyListView value(const Leaf& leaf);
   template <class T>
   T parsed(const Leaf& leaf, std::optional<T> (*parse)(std::string_view), std::string_view what);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/plist/description.h"
+#include "host/plist/key_positions.h"
 #include "host/plist/limits.h"
 #include "host/plist/reader.h"
 #include "host/plist/values.h"
@@ -84,6 +85,19 @@ TEST(BinaryReader, ReadsEveryType) {
       EXPECT_EQ(positionOf(reading.list), Position());
     }
   }
+}
+
+TEST(BinaryReader, KnowsWhichKeysCountForNothing) {
+  // {"a": true, "a": false, "b": {"a": true}}, every "a" the same object.
+  const std::string file = binaryFile({"\xD3\x01\x01\x02\x03\x04\x05"s, "\x51\x61"s, "\x51\x62"s,
+                                       "\x09"s, "\x08"s, "\xD1\x01\x03"s});
+  KeyPositions keys;
+  const Reading reading = readBinary(file, keys);
+  ASSERT_TRUE(reading) << reading.reason;
+  ASSERT_EQ(keys.repeated().size(), 1U);
+  EXPECT_EQ(keys.repeated()[0].key, "a");
+  EXPECT_EQ(keys.repeated()[0].position, Position());
+  EXPECT_EQ(keys.repeated()[0].last, reading.list.entries().data());
 }
 
 TEST(BinaryReader, TakesReferencesOfAnySize) {

@@ -91,9 +91,12 @@ TEST(XmlReader, RefusesWithThePlace) {
       {"<array>\n <true/></array>", "<array>\n <tru/></array>",
        "line 2, column 2: unknown element <tru>"},
       {"<true/>", "<True/>", "line 1, column 1: unknown element <True>"},
-      {"<array></array>", "<array></arra>", "line 1, column 10: mismatched tag"},
-      {"<array></array>", "<array>", "line 1, column 8: no element found"},
-      {"<array></array>", "<array></array", "line 1, column 8: unclosed token"},
+      {"<array></array>", "<array></arra>",
+       "line 1, column 10: mismatched tag; the <array> of line 1 is still open"},
+      {"<array></array>", "<array>",
+       "line 1, column 8: no element found; the <array> of line 1 is still open"},
+      {"<array></array>", "<array></array",
+       "line 1, column 8: unclosed token; the <array> of line 1 is still open"},
       {"<array> </array>", "<array>\n x</array>", "line 2, column 2: text where none belongs"},
       {"<true> </true>", "<true>1</true>", "line 1, column 7: text where none belongs"},
       {"<plist> <true/></plist>", "<plist>&#65;<true/></plist>",
@@ -102,7 +105,7 @@ TEST(XmlReader, RefusesWithThePlace) {
        "line 1, column 9: <true> inside <string>"},
       // Dictionaries.
       {"<dict><key>a</key><true/></dict>", "<dict><key>a</key></dict>",
-       "line 1, column 19: <key> without a value"},
+       "line 1, column 7: <key> without a value"},
       {"<dict><key>a</key><true/></dict>", "<dict><true/></dict>",
        "line 1, column 7: <true> without a key"},
       {"<dict><key>a</key><true/></dict>", "<dict><key>a</key><key>a</key><true/></dict>",
@@ -216,6 +219,18 @@ TEST(XmlReader, KnowsWhereValuesStand) {
   EXPECT_EQ(positionOf(PropertyListView()), Position());
 }
 
+TEST(XmlReader, CountsLinesHoweverTheyEnd) {
+  for (const std::string end : {"\n", "\r", "\r\n"}) {
+    const Reading reading = readXml("<array>" + end + end + "<string>a" + end + "b</string>" + end +
+                                    " <true/></array>");
+    ASSERT_TRUE(reading) << reading.reason;
+    EXPECT_EQ(positionOf(reading.list.items()[0]), (Position{3, 1}));
+    EXPECT_EQ(positionOf(reading.list.items()[1]), (Position{5, 2}));
+    EXPECT_EQ(readXml("<array>" + end + "<dict>" + end + "</array>").reason,
+              "line 3, column 3: mismatched tag; the <dict> of line 2 is still open");
+  }
+}
+
 TEST(XmlReader, KnowsWhereKeysStand) {
   KeyPositions keys;
   const Reading reading = readXml(
@@ -225,7 +240,7 @@ TEST(XmlReader, KnowsWhereKeysStand) {
   ASSERT_TRUE(reading) << reading.reason;
   const auto entries = reading.list.entries();
   ASSERT_EQ(entries.size(), 3U);
-  EXPECT_EQ(keys.of(entries[0].key), Position());
+  EXPECT_EQ(keys.of(entries[0].key), (Position{4, 23}));
   EXPECT_EQ(keys.of(entries[1].key), (Position{3, 22}));
   EXPECT_EQ(keys.of(entries[2].key), (Position{5, 2}));
   EXPECT_EQ(keys.of("a"), Position()) << "an equal text, but none of the list's";
@@ -233,7 +248,7 @@ TEST(XmlReader, KnowsWhereKeysStand) {
   ASSERT_EQ(keys.repeated().size(), 1U);
   EXPECT_EQ(keys.repeated()[0].key, "b");
   EXPECT_EQ(keys.repeated()[0].position, (Position{2, 3}));
-  EXPECT_EQ(keys.repeated()[0].last, (Position{5, 2}));
+  EXPECT_EQ(keys.of(keys.repeated()[0].last->key), (Position{5, 2}));
 }
 
 TEST(XmlReader, LimitsDepth) {

@@ -2,97 +2,25 @@
 // where.
 
 #include <algorithm>
+#include <cstdint>
 #include <gtest/gtest.h>
 #include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "command.h"
+#include "check_command.h"
 #include "host/images/encode.h"
 
 namespace {
 
 using nlohmann::json;
 
-std::string section(const std::string& name, const std::string& value) {
-  return "<key>" + name + "</key>\n" + value;
-}
-
-std::string pair(const std::string& name, const std::string& value) {
-  return "<array><string>" + name + "</string><string>" + value + "</string></array>";
-}
-
-std::string rule(const std::string& condition, const std::string& property,
-                 const std::string& value) {
-  return "<array><string>" + condition + "</string><dict><key>" + property + "</key>" + value +
-         "</dict></array>\n";
-}
-
-std::string image(const std::string& key, const std::string& path) {
-  return "<key>" + key + "</key><string>" + path + "</string>\n";
-}
-
-/// The sections, in which a theme's own text begins on line 4, for pictures and rules at column 1.
-std::string colors(const std::string& entries) {
-  return section("CustomColor", "<array>\n" + entries + "</array>");
-}
-std::string gradients(const std::string& entries) {
-  return section("CustomLinearGradient", "<array>\n" + entries + "</array>");
-}
-std::string rules(const std::string& style, const std::string& list) {
-  return section("Styles", "<dict><key>" + style + "</key><array>\n" + list + "</array></dict>");
-}
-std::string images(const std::string& entries) {
-  return section("BackgroundImages", "<dict>\n" + entries + "</dict>");
-}
-
-class Check : public Command {
- protected:
-  void SetUp() override {
-    const auto paint = [&](const std::string& name, int width, int height) {
-      write("T.theme/" + name,
-            host::images::encodePng(host::images::solid(width, height, 0xd1, 0xd5, 0xdb, 0xff)));
-    };
-    paint("dots.png", 320, 216);
-    paint("dots@2x.png", 640, 432);
-    paint("alone.png", 320, 216);
-    paint("square.png", 216, 216);
-    paint("square@2x.png", 432, 432);
-    write("T.theme/letter.png", "Dear Sir or Madam");
-    write("T.theme/letter@2x.png", "Dear Sir or Madam");
-  }
-
-  /// "4:16 error [color-string]", a finding a line.
-  std::string findingsOf(const std::string& theme, const std::string& options = "") const {
-    write("T.theme/theme.plist", "<dict>\n" + theme + "\n</dict>\n");
-    const Outcome outcome = prismal("check --format concise T.theme " + options, "2>/dev/null");
-    const std::regex line(
-        R"(T\.theme/theme\.plist:(\d+:\d+): (error|warning): .* (\[[a-z-]+\])\n)");
-    std::string found = std::regex_replace(outcome.output, line, "$1 $2 $3\n");
-    EXPECT_EQ(outcome.status, found.empty() ? 0 : 1) << outcome.output;
-    return found;
-  }
-
-  std::string messageOf(const std::string& theme) const {
-    findingsOf(theme);
-    const json report = json::parse(prismal("check --format json T.theme", "2>/dev/null").output);
-    return report["findings"].empty() ? "" : report["findings"][0]["message"].get<std::string>();
-  }
-};
-
-struct Case {
-  std::string faulty;
-  std::string expected;
-  std::string sound;
-};
-
 TEST_F(Check, SectionsAndDefinitions) {
   const Case cases[] = {
-      {section("CustomColors", "<array/>") + colors(""), "2:1 warning [unknown-section]",
-       colors("")},
       {section("schema", "<string>s.json</string>") + colors(""), "2:1 warning [unknown-section]",
        section("$schema", "<string>s.json</string>") + colors("")},
+      {section("CustomColors", "<array/>"), "2:1 warning [unknown-section]", colors("")},
       {"", "1:1 warning [no-section]", gradients("")},
       {section("CustomColor", "<dict/>"), "3:1 error [section-type]", colors("")},
       {section("BackgroundImages", "<array/>"), "3:1 error [section-type]", images("")},
@@ -106,10 +34,10 @@ TEST_F(Check, SectionsAndDefinitions) {
        "4:8 error [color-name]", colors(pair("7", "#FF8000FF"))},
       {colors("<array><string>A</string><string>#FF8000FF</string><true/></array>"),
        "4:1 error [color-entry]", colors(pair("A", "#FF8000FF"))},
-      {colors(pair("A", "#FF8000FF") + "\n" + pair("A", "#000000FF")), "5:1 warning [hidden-color]",
+      {colors(pair("A", "#FF8000FF") + "\n" + pair("A", "#000000FF")), "5:8 warning [hidden-color]",
        colors(pair("A", "#FF8000FF") + "\n" + pair("a", "#000000FF"))},
       {colors(pair("UIKBColorBackgroundStandardGradientEnd", "#D1D5DBFF")),
-       "4:1 warning [half-background]",
+       "4:8 warning [half-background]",
        colors(pair("UIKBColorBackgroundStandardGradientEnd", "#D1D5DBFF") +
               pair("UIKBColorBackgroundStandardGradientStart", "#D1D5DBFF"))},
 
@@ -122,7 +50,7 @@ TEST_F(Check, SectionsAndDefinitions) {
       {gradients(pair("Glass", "UIKBColorKeyLeter")), "4:30 warning [unknown-color]",
        gradients(pair("Glass", "UIKBColorKeyLetter"))},
       {gradients(pair("A", "UIKBColorKeyLetter") + "\n" + pair("A", "UIKBColorKeyLetter")),
-       "4:1 warning [hidden-gradient]",
+       "4:8 warning [hidden-gradient]",
        gradients(pair("A", "UIKBColorKeyLetter") + "\n" + pair("a", "UIKBColorKeyLetter"))},
   };
   for (const Case& c : cases) {
@@ -165,7 +93,7 @@ TEST_F(Check, Rules) {
       {rules(phone, rule("*", "FontName", "<integer>1</integer>")), "4:51 error [property-type]",
        rules(phone, rule("*", "FontName", font))},
       {rules(phone, rule("*", "TransparentForeground", "<false/>")),
-       "4:26 warning [rule-sets-nothing]",
+       "4:32 warning [rule-sets-nothing]",
        rules(phone, rule("*", "TransparentForeground", "<true/>"))},
       {rules(phone, rule("*", "EtchColor", "<string>#FF8000FF</string>")),
        "4:52 warning [unknown-color]", rules(phone, rule("*", "EtchColor", black))},
@@ -175,6 +103,29 @@ TEST_F(Check, Rules) {
       {rules(phone, rule("Row=Row1", "FontName", font) + rule("Row=Row1,Row2", "FontName", font)),
        "4:1 warning [rule-overridden]",
        rules(phone, rule("Row=Row1", "FontName", font) + rule("Row=Row2", "FontName", font))},
+      {rules(phone, rule("*", "FontName", "<string>Inter-SemiBlod</string>")),
+       "4:51 warning [unknown-font]",
+       rules(phone, rule("*", "FontName", "<string>Inter-SemiBold</string>"))},
+      {rules(phone, rule("*", "FontName", "<string/>")), "4:51 warning [unknown-font]",
+       rules(phone, rule("*", "FontName", "<string>Fontless Grotesque</string>"))},
+      {rules(phone, rule("*",
+                         "BackgroundGradient</key><string>UIKBGradientKeyLetter</string>"
+                         "<key>TransparentForeground",
+                         "<true/>")),
+       "4:61 warning [property-without-effect]",
+       rules(phone, rule("*", "BackgroundGradient", "<string>UIKBGradientKeyLetter</string>"))},
+      {section("Styles",
+               "<dict><key>iPad-Standard</key><array/><key>iPhone-Standard</key><array>\n" +
+                   rule("*", "SecondaryTextColor", black) + "</array></dict>"),
+       "4:61 warning [property-without-effect]",
+       rules(phone, rule("*", "SecondaryTextColor", black))},
+      {rules("iPad-Standard", rule("DisplayType=Letter", "SecondaryTextColor", black) +
+                                  rule("KeyName=Comma,Full-Stop", "SecondaryTextColor", black)),
+       "4:1 warning [rule-overridden]",
+       rules("iPad-Standard", rule("DisplayType=Letter", "SecondaryTextColor", black) +
+                                  rule("KeyName=Comma", "SecondaryTextColor", black))},
+      {with("DisplayType=Space;\nRow=Row4"), "5:1 warning [unknown-term]",
+       with("DisplayType=Space;Row=Row4")},
       // No tablet's key is left to the phone's list once tablets have their own.
       {section("Styles",
                "<dict><key>iPad-Standard</key><array/><key>iPhone-Standard</key><array>\n" +
@@ -202,6 +153,10 @@ TEST_F(Check, Pictures) {
       {images(image(key, "/var/../../dots.png")), "4:36 error [image-outside]", sound},
       {images(image(key, "/dots.png")), "4:36 warning [image-on-device]", sound},
       {images(image(key, "alone.png")), "4:36 warning [missing-sibling]", sound},
+      {images(image(key, "half.png")), "4:36 warning [sibling-size]", sound},
+      {images(image(key, "lost.png")), "4:36 error [image-outside]", sound},
+      {images(image("iPhone-Standard;Portrait", "dots.png")), "4:1 warning [unknown-image-key]",
+       sound},
       {images(image(key, "square.png")), "4:36 warning [image-stretched]", sound},
       {images(image("Portrait", "dots.png")), "4:20 warning [image-stretched]", sound},
       {images(image("Portrait;iPad-Standard", "dots.png")), "4:34 warning [image-stretched]",
@@ -238,27 +193,55 @@ TEST_F(Check, TextAgainstItsKey) {
   };
   const Case cases[] = {
       // Black reaches 4.5 on a grey of 0x75, and not on one of 0x74.
-      {face("#747474FF"), "4:1 warning [low-contrast]", face("#757575FF")},
+      {face("#747474FF"), "4:43 warning [low-contrast]", face("#757575FF")},
       // Letters are large: 3 is enough, which a grey of 0x94 has on the white of their keys.
-      {ink("UIKBColorTextLetter", "#969696FF"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorTextLetter", "#969696FF"), "4:44 warning [low-contrast]",
        ink("UIKBColorTextLetter", "#909090FF")},
       // The same greys through a veil over black.
-      {ink("UIKBColorTextLetter", "#00000066"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorTextLetter", "#00000066"), "4:44 warning [low-contrast]",
        ink("UIKBColorTextLetter", "#00000071")},
-      {ink("UIKBColorTextShiftLocked", "#FDFDFEFF"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorTextShiftLocked", "#FDFDFEFF"), "4:49 warning [low-contrast]",
        ink("UIKBColorTextShiftLocked", "#000000FF")},
-      {ink("UIKBColorTextDictationDone", "#AEB4BEFF"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorTextDictationDone", "#AEB4BEFF"), "4:51 warning [low-contrast]",
        ink("UIKBColorTextDictationDone", "#000000FF")},
-      {ink("UIKBColorAlertTextSpacePressed", "#FFFFFF20"), "4:1 warning [low-contrast]",
+      {ink("UIKBColorAlertTextSpacePressed", "#FFFFFF20"), "4:55 warning [low-contrast]",
        ink("UIKBColorAlertTextSpacePressed", "#FFFFFFFF")},
-      // What is disabled may recede as far as it likes; only its neighbours may not.
-      {ink("UIKBColorTextLetterPressed", "#E9EBEEFF"), "4:1 warning [low-contrast]",
-       ink("UIKBColorTextLetterDisabled", "#E9EBEEFF")},
+      {ink("UIKBColorTextLetterPressed", "#E9EBEEFF"), "4:51 warning [low-contrast]",
+       ink("UIKBColorTextLetterPressed", "#000000FF")},
+      // Of a disabled key the theme's text is held to the same, the system's to what it has itself.
+      {ink("UIKBColorTextLetterDisabled", "#A0A0A0FF"), "4:52 warning [low-contrast]",
+       ink("UIKBColorTextLetterDisabled", "#606060FF")},
+      {ink("UIKBColorKeySpaceDisabled", "#404040FF"), "4:50 warning [low-contrast]",
+       ink("UIKBColorKeySpaceDisabled", "#FFFFFFFF")},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(findingsOf(c.faulty), c.expected + "\n") << c.faulty;
     EXPECT_EQ(findingsOf(c.sound), "") << c.sound;
   }
+}
+
+TEST_F(Check, MeasuresPicturesOfBothScales) {
+  const auto paint = [&](const std::string& name, int scale, std::uint8_t grey) {
+    write("T.theme/" + name, host::images::encodePng(host::images::solid(320 * scale, 216 * scale,
+                                                                         grey, grey, grey, 0xff)));
+  };
+  paint("night.png", 1, 0xd0);
+  paint("night@2x.png", 2, 0x18);
+  const auto over = [](const std::string& picture) {
+    return images(image("Portrait;iPhone-Standard", picture)) +
+           rules("iPhone-Standard", rule("*", "TransparentForeground", "<true/>"));
+  };
+  EXPECT_EQ(findingsOf(over("night.png")), "4:36 warning [low-contrast]\n");
+  EXPECT_EQ(findingsOf(over("dots.png")), "");
+}
+
+TEST_F(Check, NamesTheWholePathOfADuplicate) {
+  const std::string black = "<string>UIKBColorTextLetter</string>";
+  const std::string twice =
+      rules("iPhone-Standard", rule("*", "TextColor</key>" + black + "\n<key>TextColor", black));
+  EXPECT_EQ(findingsOf(twice), "4:32 warning [duplicate-key]\n");
+  const json report = json::parse(prismal("check --format json T.theme", "2>/dev/null").output);
+  EXPECT_EQ(report["findings"][0]["path"], "Styles.iPhone-Standard[0][1].TextColor");
 }
 
 TEST_F(Check, PointsAtTheRuleThatHasTheLastWordOnAText) {
@@ -291,6 +274,11 @@ TEST_F(Check, Suggests) {
       {with("KeyName=Space-Kye"), "Space-Key"},
       {with("Row=3"), "Row3"},
       {with("DisplayType=Ltter"), "Letter"},
+      {with("KeyName=Space"), "Space-Key"},
+      {with("ControlState=pressed"), "1"},
+      {section("CustomGradient", "<array/>") + images(""), "CustomLinearGradient"},
+      {rules("iPhone-Standard", rule("*", "BackgroundColor", black)), "BackgroundGradient"},
+      {images(image("iPhone-Standard;Portrait", "dots.png")), "Portrait;iPhone-Standard"},
       {rules("iPhone-Standard", rule("*", "FontNme", "<string>Inter</string>")), "FontName"},
       {images(image("Landscpe;iPad-Split", "dots.png")), "Landscape;iPad-Split"},
       {colors(pair("Accent", "#FF8000FF")) + gradients(pair("Glass", "Acent")), "Accent"},
@@ -300,6 +288,12 @@ TEST_F(Check, Suggests) {
         << messageOf(c.theme);
   }
   EXPECT_EQ(messageOf(rules("Preferences", "")), "\"Preferences\" is no visual style");
+  // Another number is no slip of the finger.
+  for (const std::string state : {"4", "0", "Row1"}) {
+    EXPECT_TRUE(messageOf(with("ControlState=" + state)).ends_with("; there are 1, 2, 3, 6 and 7"))
+        << messageOf(with("ControlState=" + state));
+  }
+  EXPECT_TRUE(messageOf(with("Row=Row5")).ends_with("; there are Row1, Row2, Row3 and Row4"));
 }
 
 TEST_F(Check, TellsEveryLineThatTheLibraryLogs) {
@@ -365,7 +359,7 @@ TEST_F(Check, HostileAndForeignLists) {
   for (int i = 0; i < 5000; ++i) list += rule("Row=Row1", "FontName", "<string>Inter</string>");
   const Foreign cases[] = {
       {"", 2, "x.plist:1:1: error: no property list"},
-      {"<dict><key>a</key></dict>", 2, "x.plist:1:19: error: <key> without a value [unreadable]"},
+      {"<dict><key>a</key></dict>", 2, "x.plist:1:7: error: <key> without a value [unreadable]"},
       {"\x89PNG", 2, "[unreadable]"},
       {"bplist00", 2, "x.plist: error: "},
       {"<array/>", 1,
@@ -374,7 +368,8 @@ TEST_F(Check, HostileAndForeignLists) {
       {"<dict><key>WindowFrame</key><string>{{0, 0}, {1, 1}}</string></dict>", 1,
        "[unknown-section]"},
       {"<dict>" + colors(nested) + "</dict>", 1, "[color-entry]"},
-      {many + "</dict>", 1, "and 4800 more like this [unknown-section]"},
+      {many + "</dict>", 1, "\"k4999\" is no section [unknown-section]"},
+      {"{\"CustomColor\": []}", 2, "prismal convert makes a property list of JSON [unreadable]"},
       {"<dict>" + rules("iPhone-Standard", list) + "</dict>", 1, "[too-many-rules]"},
       {"<dict>" + rules("iPhone-Standard", "") + images(image("Portrait", std::string(5000, 'x'))) +
            "</dict>",

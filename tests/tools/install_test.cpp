@@ -179,9 +179,9 @@ TEST_F(Install, RefusesInOneLineAndChangesNothing) {
   const Case cases[] = {
       {"install", "THEME is required"},
       {"install A.theme None.theme", "prismal install: None.theme: No such file or directory"},
-      {"install A.theme Broken.theme", "Broken.theme/theme.plist: line 1, column 19"},
       {"install other",
        "prismal install: other: a theme folder has a theme.plist, this one has none"},
+      {"install A.theme Broken.theme", "Broken.theme/theme.plist: line 1, column 7"},
       {"install ...theme", "prismal install: ..: no theme can have this name"},
       {"install A.theme --device-root ''", "--device-root: its value is empty"},
       {"install A.theme --device-root /", "/: this machine's own root can't be a device"},

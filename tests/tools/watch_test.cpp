@@ -133,7 +133,7 @@ TEST_F(Watch, ABrokenThemeKeepsTheLastPicture) {
   ASSERT_TRUE(settlesAt(1)) << read("said");
   write("T.theme/theme.plist", "<dict><key>a</key></dict>");
   EXPECT_TRUE(
-      says("prismal watch: T.theme/theme.plist: line 1, column 19: <key> without a value\n"));
+      says("prismal watch: T.theme/theme.plist: line 1, column 7: <key> without a value\n"));
   EXPECT_EQ(key(), 0xffff0000U);
   fs::remove(folder() / "T.theme/theme.plist");
   EXPECT_TRUE(

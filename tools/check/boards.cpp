@@ -31,10 +31,6 @@ constexpr boards::Variant kVariants[] = {
 /// The one that has all keys.
 constexpr boards::Variant kFullest = kVariants[1];
 
-std::string_view orientationOf(const KeyplaneChoice& choice) {
-  return prismal::orientationName(choice.orientation == boards::Orientation::portrait ? 1 : 3);
-}
-
 /// The background keys that are tried behind a keyplane on devices of all variants.
 std::set<std::string> imageKeysOf(const Keyplane& keyplane) {
   const auto tree = keyplane.live.tree.get();
@@ -74,6 +70,10 @@ std::string textOf(const std::string& list, const LiveKey& key, int state) {
 }
 
 }  // namespace
+
+std::string_view orientationOf(const KeyplaneChoice& choice) {
+  return prismal::orientationName(choice.orientation == boards::Orientation::portrait ? 1 : 3);
+}
 
 void becomeDeviceOf(const boards::Board& board) {
   host::system::setDevice(
@@ -121,9 +121,15 @@ void Boards::findCases() {
 }
 
 void Boards::addCase(const Keyplane& keyplane, const LiveKey& key, int state) {
-  if (!numbers_.emplace(textOf(keyplane.list, key, state), cases_.size()).second) return;
-  cases_.push_back(
-      {keyplane.list, prismal::KeyIdentity(key.tree.get()), prismal::controlStateNumber(state)});
+  const bool hasSecondText = !key.placed.key->secondary_label.empty();
+  const auto [found, isNew] = numbers_.emplace(textOf(keyplane.list, key, state), cases_.size());
+  if (!isNew) {
+    // One and the same to conditions, a key may have a second text on one board and not on another.
+    cases_[found->second].has_second_text |= hasSecondText;
+    return;
+  }
+  cases_.push_back({keyplane.list, prismal::KeyIdentity(key.tree.get()),
+                    prismal::controlStateNumber(state), hasSecondText});
 }
 
 std::size_t Boards::caseOf(const Keyplane& keyplane, const LiveKey& key, int state) const {

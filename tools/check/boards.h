@@ -29,10 +29,14 @@ struct KeyCase {
   std::string list;
   prismal::KeyIdentity identity;
   int control_state;
+  bool has_second_text;
 };
 
 /// Makes the device of this process answer for a board, on a screen of one pixel a point.
 void becomeDeviceOf(const host::boards::Board& board);
+
+/// The orientation as background keys name it.
+std::string_view orientationOf(const host::render::KeyplaneChoice& choice);
 
 /// The states that a key of `keyplane` can be in, but for being disabled, which all can.
 std::vector<int> statesOf(const Keyplane& keyplane, const host::render::LiveKey& key);

@@ -3,13 +3,12 @@
 #include <optional>
 
 #include "check/library.h"
+#include "check/names.h"
 #include "check/theme.h"
 #include "check/words.h"
 #include "colors/color_cache.h"
 #include "colors/color_string.h"
 #include "colors/keyplane_gradient.h"
-#include "host/keyboard/boards/visual_style.h"
-#include "host/plist/utf8.h"
 #include "support/characters.h"
 
 namespace tools::check {
@@ -28,12 +27,6 @@ std::string_view withoutMark(std::string_view text) {
   text = prismal::trimmed(text);
   if (text.starts_with('#')) text.remove_prefix(1);
   return text;
-}
-
-std::size_t charactersOf(std::string_view text) {
-  std::size_t count = 0;
-  for (; !text.empty(); ++count) text.remove_prefix(host::plist::firstUtf8Character(text).length);
-  return count;
 }
 
 /// Why the library makes no colour of `value`.
@@ -55,19 +48,19 @@ std::string colorString(prismal::Rgba color) {
 }
 
 /// Only the length of a colour string is tested on a device, not its characters.
-void checkDigits(Theme& theme, const Place& place, std::string_view text) {
+void checkDigits(Theme& theme, const Place& place, std::string_view name, std::string_view text) {
   const auto color = prismal::parseColorString(text);
   if (!color || std::ranges::all_of(withoutMark(text), isDigit)) return;
+  theme.doubtful.emplace(name);
   theme.findings.add("color-digits"_rule, place,
                      inQuotes(text) + " is not all digits; it is taken for " + colorString(*color));
 }
 
-void define(Theme& theme, std::string_view name, Place place) {
-  const auto [first, isNew] = theme.colors.emplace(name, place);
+void define(Theme& theme, std::string_view name, const Definition& definition) {
+  const auto [first, isNew] = theme.colors.emplace(name, definition);
   if (isNew) return;
-  theme.findings.add("hidden-color"_rule, std::move(place),
-                     inQuotes(name) + " is defined before, at " +
-                         whereIs(first->second.path, first->second.position) +
+  theme.findings.add("hidden-color"_rule, definition.name,
+                     inQuotes(name) + " is defined before, at " + whereIs(first->second.name) +
                          "; the first definition counts");
 }
 
@@ -77,22 +70,24 @@ void checkEntry(Theme& theme, PropertyListView entry, const std::string& path) {
   if (items.size() != 2) {
     const std::string what =
         entry.isArray() ? counted(items.size(), "item") : std::string(typeOf(entry));
+    noteAttempts(theme, Kind::color, entry);
     return theme.findings.add("color-entry"_rule, theme.source.at(path, entry),
                               what + " in place of a pair, a name and a colour string", log);
   }
   const auto name = items[0].string();
   const Place color = theme.source.at(itemOf(path, 1), items[1]);
-  if (name) theme.tried.emplace(*name);
+  if (name) theme.tried[Kind::color].emplace(*name);
   if (!log.empty()) {
     theme.findings.add("color-string"_rule, color, whyNoColor(items[1]), log);
   } else {
-    checkDigits(theme, color, items[1].string().value_or(""));
+    checkDigits(theme, color, name.value_or(""), items[1].string().value_or(""));
   }
   if (!name) {
+    ++theme.nameless;
     theme.findings.add("color-name"_rule, theme.source.at(itemOf(path, 0), items[0]),
                        std::string(typeOf(items[0])) + " in place of a name");
   } else if (log.empty()) {
-    define(theme, *name, theme.source.at(path, entry));
+    define(theme, *name, {theme.source.at(itemOf(path, 0), items[0]), color});
   }
 }
 
@@ -100,22 +95,17 @@ void checkPair(Theme& theme, prismal::BackgroundColorNames pair) {
   const auto check = [&](std::string_view defined, std::string_view missing) {
     const auto found = theme.colors.find(defined);
     if (found == theme.colors.end() || theme.colors.contains(missing)) return;
-    theme.findings.add("half-background"_rule, found->second,
+    // What is wrong with the other one has been told where it stands.
+    const bool isTold = theme.hasTried(Kind::color, missing) || theme.doubtful.contains(missing) ||
+                        theme.nameless > 0;
+    theme.doubtful.emplace(defined);
+    if (isTold) return;
+    theme.findings.add("half-background"_rule, found->second.name,
                        inQuotes(defined) + " counts only together with " + inQuotes(missing) +
                            ", which isn't defined");
   };
   check(pair.start, pair.end);
   check(pair.end, pair.start);
-}
-
-/// The pairs of all visual styles, each once.
-void checkPairs(Theme& theme) {
-  std::set<std::string_view> checked;
-  for (int style = host::boards::kFirstVisualStyle; style <= host::boards::kLastVisualStyle;
-       ++style) {
-    const auto pair = prismal::backgroundColorNames(style);
-    if (checked.insert(pair.start).second) checkPair(theme, pair);
-  }
 }
 
 }  // namespace
@@ -126,7 +116,10 @@ void checkColors(Theme& theme) {
   for (const PropertyListView entry : section.items()) {
     checkEntry(theme, entry, itemOf(std::string(kColors), i++));
   }
-  checkPairs(theme);
+}
+
+void checkPairs(Theme& theme) {
+  for (const auto& pair : backgroundPairs()) checkPair(theme, pair);
 }
 
 }  // namespace tools::check

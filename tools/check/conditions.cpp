@@ -1,12 +1,15 @@
 #include "check/conditions.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "check/did_you_mean.h"
 #include "check/words.h"
 #include "styles/condition.h"
+#include "support/characters.h"
 
 namespace tools::check {
 
@@ -27,6 +30,16 @@ constexpr Term kTerms[] = {
     {"ControlState=", [](const KeyCase& key) { return std::to_string(key.control_state); }},
 };
 
+/// The numbers that stand for states, in the words that authors try in their place.
+struct StateWord {
+  std::string_view word;
+  std::string_view number;
+};
+constexpr StateWord kStateWords[] = {
+    {"Pressed", "1"}, {"Highlighted", "1"}, {"Disabled", "2"}, {"Normal", "3"}, {"Enabled", "3"},
+    {"Rest", "3"},    {"Shift", "6"},       {"On", "6"},       {"Locked", "7"}, {"CapsLock", "7"},
+};
+
 /// Takes what stands before `separator`, or all of it, off the front of `rest`.
 std::string_view takeUntil(char separator, std::string_view& rest, bool& isLast) {
   const auto end = rest.find(separator);
@@ -36,18 +49,49 @@ std::string_view takeUntil(char separator, std::string_view& rest, bool& isLast)
   return taken;
 }
 
-std::string suggestTerm(std::string_view name) {
-  std::vector<std::string_view> names;
-  for (const Term& term : kTerms) names.push_back(term.name);
-  return didYouMean(name, names);
+using Texts = std::vector<std::string_view>;
+
+std::string withoutDigits(std::string_view text) {
+  std::string rest(text);
+  std::erase_if(rest, [](char c) { return c >= '0' && c <= '9'; });
+  return rest;
 }
 
-std::string suggestValue(std::string_view name, std::string_view value, const Boards& boards) {
-  const auto* const term = std::ranges::find(kTerms, name, &Term::name);
-  if (term == std::end(kTerms)) return "";
-  std::set<std::string> values;
-  for (const KeyCase& key : boards.cases()) values.insert(term->value(key));
-  return didYouMean(value, std::vector<std::string_view>(values.begin(), values.end()));
+/// The value that begins with `written` and a hyphen; of several the one with which all others
+/// begin, if any.
+std::optional<std::string_view> beginningWith(std::string_view written, const Texts& values) {
+  const auto begins = [&](std::string_view value) {
+    return !written.empty() && value.size() > written.size() && value.starts_with(written) &&
+           value[written.size()] == '-';
+  };
+  // The shortest stands first among texts that begin alike.
+  const auto found = std::ranges::find_if(values, begins);
+  const auto isOther = [&](std::string_view value) {
+    return begins(value) && !value.starts_with(*found);
+  };
+  if (found == values.end() || std::ranges::any_of(values, isOther)) return std::nullopt;
+  return *found;
+}
+
+/// A word for a state, whatever its case.
+std::optional<std::string_view> stateCalled(std::string_view written) {
+  const auto found = std::ranges::find_if(kStateWords, [&](const StateWord& state) {
+    return std::ranges::equal(state.word, written, {}, prismal::lowerCase, prismal::lowerCase);
+  });
+  if (found == std::end(kStateWords)) return std::nullopt;
+  return found->number;
+}
+
+/// "; there are 1, 2 and 3", of few values.
+std::string possible(const Texts& values) {
+  constexpr std::size_t kMost = 8;
+  if (values.size() > kMost) return "";
+  std::string text;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    text += i == 0 ? "; there are " : i + 1 == values.size() ? " and " : ", ";
+    text += values[i];
+  }
+  return text;
 }
 
 }  // namespace
@@ -56,53 +100,93 @@ bool holds(std::string_view condition, const KeyCase& key) {
   return prismal::PMStyleConditionMatches(condition, key.identity, key.control_state);
 }
 
-bool ConditionCheck::check(const Place& place, std::string_view condition) {
-  bool found = false;
+ConditionCheck::Outcome ConditionCheck::check(const ConditionPlace& place,
+                                              std::string_view condition) {
+  Outcome outcome;
   bool isLast = false;
   for (std::string_view rest = condition; !isLast;) {
     const std::string_view term = takeUntil(';', rest, isLast);
     if (term == "*") {
-      if (isLast) return found;
-      theme_.findings.add("ignored-terms"_rule, place,
+      outcome.meant += "*";
+      if (isLast) return outcome;
+      outcome.isExplained = true;
+      theme_.findings.add("ignored-terms"_rule, place.of(term),
                           "nobody looks at " + inQuotes(rest) + ": the condition ends with the *");
-      return true;
+      return outcome;
     }
-    found |= checkTerm(place, term);
+    const auto meant = checkTerm(place.of(term), term);
+    outcome.isExplained |= meant != term;
+    if (meant) outcome.meant += *meant + ";";
   }
-  return found;
+  outcome.meant += "*";
+  return outcome;
 }
 
-bool ConditionCheck::checkTerm(const Place& place, std::string_view term) {
+std::optional<std::string> ConditionCheck::checkTerm(const Place& place, std::string_view term) {
   const Rule& rule = "unknown-term"_rule;
   if (term.empty()) {
     theme_.findings.add(rule, place, "an empty term; it never holds");
-    return true;
+    return std::nullopt;
   }
   const auto equals = term.find('=');
-  const std::string_view name = term.substr(0, equals == term.npos ? equals : equals + 1);
+  std::string_view name = term.substr(0, equals == term.npos ? equals : equals + 1);
+  const std::string_view values = term.substr(name.size());
   if (equals == term.npos || !isKnown(name)) {
-    const bool isFull = theme_.findings.isFull(rule);
-    theme_.findings.add(
-        rule, place,
-        inQuotes(name) + " is no term; it never holds" + (isFull ? "" : suggestTerm(name)));
-    return true;
+    const auto meant = nearestTerm(name);
+    theme_.findings.add(rule, place,
+                        inQuotes(name) + " is no term; it never holds" + asQuestion(meant));
+    if (!meant || equals == term.npos) return std::nullopt;
+    return checkValues(nullptr, *meant, values);
   }
-  bool found = false;
-  bool isLast = false;
-  for (std::string_view rest = term.substr(name.size()); !isLast;) {
-    found |= checkValue(place, name, takeUntil(',', rest, isLast));
-  }
-  return found;
+  return checkValues(&place, name, values);
 }
 
-bool ConditionCheck::checkValue(const Place& place, std::string_view name, std::string_view value) {
-  if (fitsSomewhere(name, value)) return false;
-  const Rule& rule = "unknown-value"_rule;
-  const bool isFull = theme_.findings.isFull(rule);
-  theme_.findings.add(rule, place,
-                      inQuotes(std::string(name).append(value)) + " fits no key of any board" +
-                          (isFull ? "" : suggestValue(name, value, boards_)));
-  return true;
+std::optional<std::string> ConditionCheck::checkValues(const Place* place, std::string_view name,
+                                                       std::string_view values) {
+  std::string meant;
+  bool isLast = false;
+  for (std::string_view rest = values; !isLast;) {
+    const std::string_view value = takeUntil(',', rest, isLast);
+    if (const auto known = checkValue(place, name, value)) {
+      meant.append(meant.empty() ? name : ",").append(*known);
+    }
+  }
+  if (meant.empty()) return std::nullopt;
+  return meant;
+}
+
+std::optional<std::string> ConditionCheck::checkValue(const Place* place, std::string_view name,
+                                                      std::string_view value) {
+  if (fitsSomewhere(name, value)) return std::string(value);
+  const auto [meant, hint] = suggest(name, value);
+  if (place) {
+    theme_.findings.add(
+        "unknown-value"_rule, *place,
+        inQuotes(std::string(name).append(value)) + " fits no key of any board" + hint);
+  }
+  return meant;
+}
+
+std::optional<std::string_view> ConditionCheck::nearestTerm(std::string_view name) {
+  Texts names;
+  for (const Term& term : kTerms) names.push_back(term.name);
+  return theme_.suggestions.nearest(name, names);
+}
+
+ConditionCheck::Suggestion ConditionCheck::suggest(std::string_view name, std::string_view value) {
+  const auto* const term = std::ranges::find(kTerms, name, &Term::name);
+  if (term == std::end(kTerms)) return {};
+  std::set<std::string> all;
+  for (const KeyCase& key : boards_.cases()) all.insert(term->value(key));
+  all.erase("");
+  const Texts values(all.begin(), all.end());
+  auto meant = name == "ControlState=" ? stateCalled(value) : std::nullopt;
+  if (!meant) meant = theme_.suggestions.nearest(value, values);
+  // Another number is no slip of the finger, and any other would be as near.
+  if (meant && withoutDigits(*meant) == withoutDigits(value)) meant.reset();
+  if (!meant) meant = beginningWith(value, values);
+  if (!meant) return {{}, possible(values)};
+  return {std::string(*meant), asQuestion(meant)};
 }
 
 /// A term is known when the library lets it hold for a key with all the values that the key has.

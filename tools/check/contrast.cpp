@@ -6,6 +6,8 @@
 #include <tuple>
 
 #include "check/device_theme.h"
+#include "check/doubts.h"
+#include "check/names.h"
 #include "check/text_contrast.h"
 #include "check/words.h"
 #include "colors/keyplane_gradient.h"
@@ -34,6 +36,8 @@ namespace {
 struct Origin {
   std::string name;
   std::optional<Place> place;  ///< none: the system's own
+  /// Whether it isn't what was meant, which has been told.
+  bool isDoubtful = false;
 };
 
 /// Who says how a text and what lies behind it look.
@@ -52,11 +56,17 @@ struct Group {
   std::size_t keys = 0;
 };
 
+constexpr int kDisabled = static_cast<int>(boards::KeyState::disabled);
+
 class ContrastCheck {
  public:
-  ContrastCheck(Theme& theme, const Boards& all, const LastWords& words,
+  ContrastCheck(Theme& theme, const Boards& all, const RuleUse& use,
                 std::span<const Picture> pictures)
-      : theme_(theme), boards_(all), words_(words), pictures_(pictures) {}
+      : theme_(theme),
+        boards_(all),
+        words_(use.words),
+        doubts_(theme, all, use.dead),
+        pictures_(pictures) {}
 
   void checkKeys(const Keyplane& keyplane) {
     const platform::NSAutoreleasePool pool;
@@ -64,11 +74,11 @@ class ContrastCheck {
     host::render::show(keyplane.live, keyplane.choice);
     auto bare = keyplane.live;
     bare.keys.clear();
-    const KeyboardPicture board = host::render::pictureOf(bare, 1);
-    const Origin behind = behindOf(keyplane, pictureBehind(keyplane.live.tree.get()));
-    for (const LiveKey& key : keyplane.live.keys) {
-      for (const int state : statesOf(keyplane, key)) checkKey(keyplane, key, state, board, behind);
-    }
+    KeyboardPicture board = host::render::pictureOf(bare, 1);
+    const auto picture = pictureBehind(keyplane.live.tree.get());
+    const Origin behind = behindOf(keyplane, picture);
+    checkKeys(keyplane, board, behind);
+    if (useSibling(board, picture)) checkKeys(keyplane, board, behind);
   }
 
   void checkPanel(const Keyplane& keyplane) {
@@ -81,9 +91,15 @@ class ContrastCheck {
     const auto look = boards::systemPanelLook(keyplane.choice.look);
     const Origins origins = {colorOrigin(std::string(look.done_text)),
                              gradientOrigin(std::string(look.done)),
-                             panelOrigin(pictureWhileDictating(), look)};
-    measure(panel, done, *done.symbol, boxesOf(done).symbol, origins,
-            "Done (" + wordsOf(keyplane, true) + ")");
+                             panelOrigin(keyplane, pictureWhileDictating(), look)};
+    const std::string words = "Done (" + wordsOf(keyplane, true) + ")";
+    const SymbolBoxes boxes = boxesOf(done);
+    const double needed = neededContrast(*done.symbol);
+    const Ground ground{panel, done, boxes.symbol};
+    measure(ground, *done.symbol, needed, origins, words);
+    if (useSibling(panel, pictureWhileDictating())) {
+      measure(ground, *done.symbol, needed, origins, words);
+    }
   }
 
   void tell() const {
@@ -91,6 +107,23 @@ class ContrastCheck {
   }
 
  private:
+  /// Makes `board` what it is on a screen of two pixels a point, when its picture shows something
+  /// else there.
+  bool useSibling(KeyboardPicture& board, std::optional<std::size_t> picture) const {
+    const bool differs = picture && pictures_[*picture].other_sibling;
+    if (!differs || board.background_images.empty()) return false;
+    board.scale = 2;
+    board.background_images.back().bitmap = pictures_[*picture].other_sibling.get();
+    return true;
+  }
+
+  void checkKeys(const Keyplane& keyplane, const KeyboardPicture& board, const Origin& behind) {
+    for (const LiveKey& key : keyplane.live.keys) {
+      for (const int state : statesOf(keyplane, key)) checkKey(keyplane, key, state, board, behind);
+      checkKey(keyplane, key, kDisabled, board, behind);
+    }
+  }
+
   static std::string wordsOf(const Keyplane& keyplane, bool dictation) {
     keyboard::View view;
     view.keyplane = keyplane.choice;
@@ -105,15 +138,19 @@ class ContrastCheck {
 
   Origin colorOrigin(const std::string& name) const {
     const auto found = theme_.colors.find(name);
-    return {name, found == theme_.colors.end() ? std::nullopt : std::optional(found->second)};
+    return {name, found == theme_.colors.end() ? std::nullopt : std::optional(found->second.value),
+            check::isDoubtful(theme_, Kind::color, name)};
   }
 
   /// A gradient that the theme defines, else the colour that the system's own has.
   Origin gradientOrigin(const std::string& name) const {
+    const bool isDoubtful = check::isDoubtful(theme_, Kind::gradient, name);
     const auto found = theme_.gradients.find(name);
-    if (found != theme_.gradients.end()) return {name, found->second};
+    if (found != theme_.gradients.end()) return {name, found->second.value, isDoubtful};
     const auto* const system = boards::systemGradient(name);
-    return system ? colorOrigin(std::string(system->start)) : Origin{name, std::nullopt};
+    Origin origin = system ? colorOrigin(std::string(system->start)) : Origin{name, {}};
+    origin.isDoubtful = isDoubtful;
+    return origin;
   }
 
   std::optional<Origin> pictureOrigin(std::optional<std::size_t> picture) const {
@@ -121,17 +158,40 @@ class ContrastCheck {
     return Origin{pictures_[*picture].path, pictures_[*picture].place};
   }
 
-  Origin behindOf(const Keyplane& keyplane, std::optional<std::size_t> picture) const {
-    if (auto origin = pictureOrigin(picture)) return *origin;
-    const auto pair = prismal::backgroundColorNames(keyplane.live.tree->visualStyle());
-    const bool isWhole = theme_.colors.contains(pair.start) && theme_.colors.contains(pair.end);
-    if (isWhole) return colorOrigin(std::string(pair.start));
-    return gradientOrigin(std::string(boards::systemBackgroundGradient(keyplane.choice.look)));
+  /// Whether a picture was meant to come before the one under `found`; empty: none was found. Keys
+  /// are the longer the earlier they are tried.
+  bool isPictureDoubtful(const std::set<std::string>& asked, std::string_view found) const {
+    if (theme_.lost.contains(kImages) && theme_.doubtfulImages.empty()) return true;
+    return std::ranges::any_of(asked, [&](const std::string& key) {
+      return key.size() > found.size() && theme_.doubtfulImages.contains(key);
+    });
   }
 
-  Origin panelOrigin(std::optional<std::size_t> picture, const boards::PanelLook& look) const {
-    if (auto origin = pictureOrigin(picture)) return *origin;
-    return gradientOrigin(std::string(look.background));
+  Origin behindOf(const Keyplane& keyplane, std::optional<std::size_t> picture) const {
+    Origin origin = pictureOrigin(picture).value_or(colorsBehind(keyplane));
+    origin.isDoubtful |= isPictureDoubtful(keyplane.images, picture ? pictures_[*picture].key : "");
+    return origin;
+  }
+
+  Origin colorsBehind(const Keyplane& keyplane) const {
+    const auto pair = prismal::backgroundColorNames(keyplane.live.tree->visualStyle());
+    const bool isWhole = theme_.colors.contains(pair.start) && theme_.colors.contains(pair.end);
+    Origin origin =
+        isWhole
+            ? colorOrigin(std::string(pair.start))
+            : gradientOrigin(std::string(boards::systemBackgroundGradient(keyplane.choice.look)));
+    for (const std::string_view name : {pair.start, pair.end}) {
+      origin.isDoubtful |= check::isDoubtful(theme_, Kind::color, name);
+    }
+    return origin;
+  }
+
+  Origin panelOrigin(const Keyplane& keyplane, std::optional<std::size_t> picture,
+                     const boards::PanelLook& look) const {
+    Origin origin = pictureOrigin(picture).value_or(gradientOrigin(std::string(look.background)));
+    const std::string key = std::string(orientationOf(keyplane.choice)) + ";iPhone-Dictation";
+    origin.isDoubtful |= isPictureDoubtful({key}, picture ? pictures_[*picture].key : "");
+    return origin;
   }
 
   /// The rule that has the last word on `part`; none when no rule has.
@@ -145,7 +205,10 @@ class ContrastCheck {
     const PropertyListView value = style.objectForKey(property);
     const std::string path = itemOf(itemOf(entryOf(std::string(kStyles), list), index), 1);
     if (!value.isString()) return Origin{"", theme_.source.at(path, style)};
-    return Origin{std::string(*value.string()), theme_.source.at(entryOf(path, property), value)};
+    const std::string name(*value.string());
+    const Kind kind = part == Part::background ? Kind::gradient : Kind::color;
+    return Origin{name, theme_.source.at(entryOf(path, property), value),
+                  check::isDoubtful(theme_, kind, name)};
   }
 
   // Keys.
@@ -168,14 +231,24 @@ class ContrastCheck {
     const std::string words = std::string(key.placed.key->name) + stateWord(state) + " (" +
                               wordsOf(keyplane, false) + ")";
     const SymbolBoxes boxes = boxesOf(picture);
-    if (picture.symbol) {
-      measure(board, picture, *picture.symbol, boxes.symbol, {dressed.text, dressed.face, rest},
-              words);
-    }
-    if (picture.secondary_symbol) {
-      measure(board, picture, *picture.secondary_symbol, boxes.secondary,
-              {dressed.second, dressed.face, rest}, words);
-    }
+    const auto measureText = [&](const std::optional<Symbol>& symbol, const auto& box,
+                                 const Origin& text) {
+      if (!symbol) return;
+      const Origins origins = {text, dressed.face, rest};
+      const auto needed = neededOn(state, origins, *symbol);
+      if (needed) measure({board, picture, box}, *symbol, *needed, origins, words);
+    };
+    measureText(picture.symbol, boxes.symbol, dressed.text);
+    measureText(picture.secondary_symbol, boxes.secondary, dressed.second);
+  }
+
+  /// The contrast that a text needs in `state`; none where it is all the system's.
+  static std::optional<double> neededOn(int state, const Origins& origins, const Symbol& symbol) {
+    // What the system's disabled text hardly falls below on the system's own faces.
+    constexpr double kSystemsDisabled = 2;
+    if (state != kDisabled || origins.text.place) return neededContrast(symbol);
+    if (!origins.face.place) return std::nullopt;
+    return kSystemsDisabled;
   }
 
   static std::string stateWord(int state) {
@@ -190,8 +263,9 @@ class ContrastCheck {
         return ", locked";
       case boards::KeyState::shift_locked_pressed:
         return ", locked and pressed";
-      case boards::KeyState::normal:
       case boards::KeyState::disabled:
+        return ", disabled";
+      case boards::KeyState::normal:
         break;
     }
     return "";
@@ -221,25 +295,40 @@ class ContrastCheck {
     const auto rule = [&](Part part, std::string_view property) {
       return ruleOrigin(keyplane.list, word, part, property);
     };
+    const auto key_case = boards_.cases()[boards_.caseOf(keyplane, key, state)];
+    const auto isDead = [&](Part part) {
+      return doubts_.isDoubtful(keyplane.style, key_case, word, part);
+    };
     const auto color = [&](Part part, std::string_view property, std::string_view system) {
-      const auto origin = rule(part, property);
-      return origin ? *origin : colorOrigin(std::string(system));
+      Origin origin = rule(part, property).value_or(colorOrigin(std::string(system)));
+      origin.isDoubtful |= isDead(part);
+      return origin;
     };
     dressed.text = color(Part::text, "TextColor", look.text_color);
     dressed.second = color(Part::second_text, "SecondaryTextColor", look.secondary_text_color);
-    const auto face = rule(Part::background, "BackgroundGradient");
-    dressed.face = face ? *face : gradientOrigin(std::string(look.gradient));
+    dressed.face = rule(Part::background, "BackgroundGradient")
+                       .value_or(gradientOrigin(std::string(look.gradient)));
+    dressed.face.isDoubtful |= isDead(Part::background);
   }
 
   // Results.
 
-  void measure(const KeyboardPicture& board, const KeyPicture& key, const Symbol& symbol,
-               const host::drawing::Rect& box, const Origins& origins, const std::string& words) {
+  /// What a text lies on.
+  struct Ground {
+    const KeyboardPicture& board;
+    const KeyPicture& key;
+    const host::drawing::Rect& box;
+  };
+
+  void measure(const Ground& ground, const Symbol& symbol, double needed, const Origins& origins,
+               const std::string& words) {
     if (!origins.text.place && !origins.face.place && !origins.behind.place) return;
-    const auto pixels = drawBehind(board, key, box, fonts_);
+    for (const Origin* origin : {&origins.text, &origins.face, &origins.behind}) {
+      if (origin->isDoubtful) return;
+    }
+    const auto pixels = drawBehind(ground.board, ground.key, ground.box, fonts_);
     if (!pixels) return;
     const auto contrast = contrastOn(*pixels, symbol.style.color);
-    const double needed = neededContrast(symbol);
     if (!contrast || *contrast >= needed) return;
     const auto pathOf = [](const Origin& origin) { return origin.place ? origin.place->path : ""; };
     Group& group = groups_[{pathOf(origins.text), pathOf(origins.face), pathOf(origins.behind)}];
@@ -266,15 +355,18 @@ class ContrastCheck {
     if (!origins.behind.name.empty()) message += " over " + inQuotes(origins.behind.name);
     message += std::string(" has ") + numbers + ": " + group.worst;
     if (group.keys > 1) message += " and " + std::to_string(group.keys - 1) + " more";
-    const auto& place = origins.text.place   ? origins.text.place
-                        : origins.face.place ? origins.face.place
-                                             : origins.behind.place;
+    // A rule that takes the face away says nothing of what shows then.
+    const bool hasFace = origins.face.place && !origins.face.name.empty();
+    const auto& place = origins.text.place                 ? origins.text.place
+                        : hasFace || !origins.behind.place ? origins.face.place
+                                                           : origins.behind.place;
     theme_.findings.add("low-contrast"_rule, *place, message);
   }
 
   Theme& theme_;
   const Boards& boards_;
   const LastWords& words_;
+  Doubts doubts_;
   std::span<const Picture> pictures_;
   host::drawing::Fonts fonts_;
   std::map<std::tuple<std::string_view, std::string, const boards::Key*, int, int>, Dressed>
@@ -284,9 +376,9 @@ class ContrastCheck {
 
 }  // namespace
 
-void checkContrast(Theme& theme, const Boards& all, const LastWords& words,
+void checkContrast(Theme& theme, const Boards& all, const RuleUse& use,
                    std::span<const Picture> pictures) {
-  ContrastCheck check(theme, all, words, pictures);
+  ContrastCheck check(theme, all, use, pictures);
   for (const Keyplane& keyplane : all.keyplanes()) {
     check.checkKeys(keyplane);
     if (keyplane.choice.plane == boards::Plane::small_letters) check.checkPanel(keyplane);

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,25 +31,16 @@ struct Finding {
   SourceLine source;    ///< at the place
 };
 
-/// Takes findings. A file may hold a million faults of one kind; nobody wants to read them.
+/// Takes findings.
 class Findings {
  public:
-  static constexpr std::size_t kMostOfARule = 200;
-
   void add(const Rule& rule, Place place, std::string_view message, std::string_view log = {});
 
-  /// Whether there are so many of a rule that what more is added is only counted.
-  bool isFull(const Rule& rule) const {
-    const auto found = counts_.find(&rule);
-    return found != counts_.end() && found->second >= kMostOfARule;
-  }
-
-  /// In the order of their places; of what was left out, one finding a rule tells how much it was.
+  /// In the order of their places.
   std::vector<Finding> take() &&;
 
  private:
   std::vector<Finding> findings_;
-  std::map<const Rule*, std::size_t> counts_;
 };
 
 }  // namespace tools::check

@@ -1,4 +1,5 @@
 #include "check/library.h"
+#include "check/names.h"
 #include "check/theme.h"
 #include "check/words.h"
 
@@ -10,13 +11,13 @@ namespace {
 
 constexpr std::size_t kMostItems = 3;
 
-void define(Theme& theme, std::string_view name, Place place) {
-  const auto [last, isNew] = theme.gradients.emplace(name, place);
+void define(Theme& theme, std::string_view name, Definition definition) {
+  const auto [last, isNew] = theme.gradients.emplace(name, definition);
   if (isNew) return;
-  theme.findings.add("hidden-gradient"_rule, last->second,
-                     inQuotes(name) + " is defined again, at " +
-                         whereIs(place.path, place.position) + "; the last definition counts");
-  last->second = std::move(place);
+  theme.findings.add("hidden-gradient"_rule, last->second.name,
+                     inQuotes(name) + " is defined again, at " + whereIs(definition.name) +
+                         "; the last definition counts");
+  last->second = std::move(definition);
 }
 
 /// What is wrong with the items of an entry of which the library has logged `log`.
@@ -31,6 +32,7 @@ void tellWrongTypes(Theme& theme, PropertyListView entry, const std::string& pat
       return theme.findings.add("gradient-color"_rule, place, what + " in place of a colour's name",
                                 log);
     }
+    ++theme.nameless;
     return theme.findings.add("gradient-name"_rule, place, what + " in place of a name", log);
   }
 }
@@ -42,21 +44,24 @@ void checkEntry(Theme& theme, PropertyListView entry, const std::string& path) {
   if (items.size() < 2) {
     const std::string what =
         entry.isArray() ? counted(items.size(), "item") : std::string(typeOf(entry));
+    noteAttempts(theme, Kind::gradient, entry);
     return theme.findings.add("gradient-entry"_rule, place,
                               what + " in place of a name and one or two colours", log);
   }
-  if (const auto name = items[0].string()) theme.tried.emplace(*name);
+  if (const auto name = items[0].string()) theme.tried[Kind::gradient].emplace(*name);
   if (!log.empty()) return tellWrongTypes(theme, entry, path, log);
   if (items.size() > kMostItems) {
     theme.findings.add("gradient-items"_rule,
                        theme.source.at(itemOf(path, kMostItems), items[kMostItems]),
                        counted(items.size() - 1, "colour") + "; only the first two count");
   }
-  define(theme, *items[0].string(), place);
+  Definition definition{theme.source.at(itemOf(path, 0), items[0]), place};
   for (std::size_t i = 1; i < items.size() && i < kMostItems; ++i) {
-    checkColorName(theme, theme.source.at(itemOf(path, i), items[i]), "a gradient",
-                   *items[i].string());
+    const std::string_view color = *items[i].string();
+    definition.colors.emplace_back(color);
+    useName(theme, Kind::color, theme.source.at(itemOf(path, i), items[i]), "a gradient", color);
   }
+  define(theme, *items[0].string(), std::move(definition));
 }
 
 }  // namespace

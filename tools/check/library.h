@@ -12,8 +12,8 @@
 
 namespace tools::check {
 
-/// Looks up the keyboard's classes for the library's code in this program. To be called once,
-/// before anything below.
+/// Looks up the keyboard's classes for the library's code in this program, and keeps what it logs
+/// out of the system log. To be called once, before anything below.
 void prepareLibrary();
 
 /// What the library logs while `work` runs; of several lines the first.
@@ -37,6 +37,8 @@ using Parts = std::uint32_t;
 constexpr Parts only(Part part) {
   return Parts{1} << static_cast<unsigned>(part);
 }
+
+inline constexpr Parts kAllParts = (Parts{1} << kParts) - 1;
 
 /// What the style dictionary of a rule sets.
 Parts partsSetBy(platform::PropertyListView style);

@@ -6,10 +6,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
-#include <set>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "backgrounds/double_resolution_path.h"
-#include "check/did_you_mean.h"
+#include "check/picture_likeness.h"
 #include "check/words.h"
 #include "host/images/decode.h"
 #include "host/images/limits.h"
@@ -20,8 +23,6 @@
 namespace tools::check {
 
 namespace fs = std::filesystem;
-using host::files::DeviceRoot;
-using host::files::Failure;
 using platform::PropertyListEntry;
 using platform::PropertyListView;
 
@@ -29,32 +30,63 @@ namespace {
 
 constexpr std::string_view kDirectory = "/var/mobile/Library/Prismal/Themes/Theme/";
 
+using SharedPicture = std::shared_ptr<const host::images::Bitmap>;
+
 /// What a file of the theme's folder is.
 struct File {
   bool exists = false;
   std::string reason;  ///< why it is no picture
-  PixelCount size;
+  SharedPicture picture;
   bool isOutside = false;
+
+  PixelCount size() const { return {picture->width, picture->height}; }
 };
-using Files = std::map<std::string, File>;
+
+/// A picture and its sibling.
+struct Pair {
+  File plain;
+  File sibling;
+  bool differs = false;  ///< there are both, and they show different things
+};
+using Pairs = std::map<std::string, Pair>;
 
 std::string placeOf(std::string_view path) {
   return std::string(kDirectory).append(path);
 }
 
 /// `spentPixels` are those of the pictures that were read before, on any thread.
-File readPicture(const Copies::value_type& copied, const DeviceRoot& device,
+File readPicture(const std::string& path, const Copies& copies, const DeviceRoot& device,
                  std::atomic<std::uint64_t>& spentPixels) {
   using host::images::kMaxPixelsTogether;
-  const auto& [path, failure] = copied;
-  if (failure) return {failure->error != ENOENT, failure->reason, {}, failure->error == EXDEV};
+  if (const auto& failure = copies.at(path)) {
+    return {failure->error != ENOENT, failure->reason, {}, failure->error == EXDEV};
+  }
   const auto bytes = device.readFile(placeOf(path), host::images::kMaxFileBytes);
   if (!bytes) return {true, bytes.reason(), {}};
   const std::uint64_t left = kMaxPixelsTogether - std::min(kMaxPixelsTogether, spentPixels.load());
-  const auto decoded = host::images::decode(*bytes, left);
+  auto decoded = host::images::decode(*bytes, left);
   spentPixels += decoded.pixels;
   if (!decoded) return {true, decoded.reason, {}};
-  return {true, "", {decoded.bitmap->width, decoded.bitmap->height}};
+  return {true, "", std::make_shared<const host::images::Bitmap>(*std::move(decoded.bitmap))};
+}
+
+Pair readPair(const std::string& path, const Copies& copies, const DeviceRoot& device,
+              std::atomic<std::uint64_t>& spentPixels) {
+  const auto read = [&](const std::string& name) {
+    return readPicture(name, copies, device, spentPixels);
+  };
+  Pair pair{read(path), read(prismal::doubleResolutionPath(path))};
+  pair.differs = pair.plain.picture && pair.sibling.picture &&
+                 showsOther(*pair.plain.picture, *pair.sibling.picture);
+  // A board's pictures are large, and most are alike.
+  for (File* file : {&pair.plain, &pair.sibling}) {
+    if (!file->picture || (pair.differs && file == &pair.sibling)) continue;
+    auto sides = std::make_shared<host::images::Bitmap>();
+    sides->width = file->picture->width;
+    sides->height = file->picture->height;
+    file->picture = std::move(sides);
+  }
+  return pair;
 }
 
 /// The same file under all the ways to write its path.
@@ -77,19 +109,23 @@ bool climbsOut(std::string_view path) {
   return false;
 }
 
-/// Every copy, read on all processors.
-Files readAll(const Copies& copies, const DeviceRoot& device) {
-  Files files;
-  std::vector<std::pair<const Copies::value_type*, File*>> order;
-  for (const auto& copied : copies) order.emplace_back(&copied, &files[copied.first]);
+/// Every file that the theme names and its sibling, as `copies` has them, read on all processors.
+Pairs readAll(const Theme& theme, const Copies& copies, const DeviceRoot& device) {
+  Pairs pairs;
+  for (const PropertyListEntry& entry : theme.section(kImages).entries()) {
+    const std::string_view path = entry.value.string().value_or("");
+    if (!theme::isDevicePath(path) && !leadsOut(path)) pairs.try_emplace(normal(path));
+  }
+  std::vector<Pairs::value_type*> order;
+  for (auto& pair : pairs) order.push_back(&pair);
   std::atomic<std::uint64_t> spentPixels = 0;
   render::inParallel(
       order.size(),
       [&](std::size_t i, host::drawing::Fonts&) {
-        *order[i].second = readPicture(*order[i].first, device, spentPixels);
+        order[i]->second = readPair(order[i]->first, copies, device, spentPixels);
       },
       [](std::size_t) {});
-  return files;
+  return pairs;
 }
 
 void tellBroken(Theme& theme, const Place& place, std::string_view path, const File& file) {
@@ -101,30 +137,57 @@ void tellBroken(Theme& theme, const Place& place, std::string_view path, const F
   }
 }
 
-/// The sizes of the picture at `path` of the theme's folder, all that is wrong with it told.
-std::vector<PixelCount> checkFiles(Theme& theme, const Place& place, const std::string& path,
-                                   const Files& files, bool isAskedFor) {
-  const std::string siblingPath = prismal::doubleResolutionPath(path);
-  const File& plain = files.at(path);
-  const File& sibling = files.at(siblingPath);
-  if (!plain.exists) {
-    theme.findings.add("image-missing"_rule, place,
-                       sibling.exists ? "there is " + inQuotes(siblingPath) + ", but no " +
-                                            inQuotes(path) + " for screens of one pixel a point"
-                                      : "the theme has no " + inQuotes(path));
-  } else if (!plain.reason.empty()) {
-    tellBroken(theme, place, path, plain);
-  } else if (!sibling.exists && isAskedFor) {
-    theme.findings.add("missing-sibling"_rule, place,
-                       "there is no " + inQuotes(siblingPath) +
-                           "; on screens of two pixels a point " + "the picture is blurred");
+std::string inPixels(PixelCount size) {
+  return std::to_string(size.width) + " by " + std::to_string(size.height);
+}
+
+void tellMissing(Theme& theme, const Place& place, const std::string& path, const Pair& pair) {
+  const std::string sibling = inQuotes(prismal::doubleResolutionPath(path));
+  theme.findings.add("image-missing"_rule, place,
+                     pair.sibling.exists ? "there is " + sibling + ", but no " + inQuotes(path) +
+                                               " for screens of one pixel a point"
+                                         : "the theme has no " + inQuotes(path));
+}
+
+void checkSibling(Theme& theme, const Place& place, const std::string& path, const Pair& pair,
+                  bool isAskedFor) {
+  const std::string name = inQuotes(prismal::doubleResolutionPath(path));
+  if (!pair.sibling.exists) {
+    if (!isAskedFor) return;
+    return theme.findings.add(
+        "missing-sibling"_rule, place,
+        "there is no " + name + "; on screens of two pixels a point the picture is blurred");
   }
-  if (sibling.exists && !sibling.reason.empty()) tellBroken(theme, place, siblingPath, sibling);
-  std::vector<PixelCount> sizes;
-  for (const File* file : {&plain, &sibling}) {
-    if (file->exists && file->reason.empty()) sizes.push_back(file->size);
+  if (!pair.sibling.picture) return;
+  const PixelCount size = pair.plain.size();
+  const PixelCount twice = {2 * size.width, 2 * size.height};
+  if (pair.sibling.size() == twice) return;
+  theme.findings.add("sibling-size"_rule, place,
+                     name + " has " + inPixels(pair.sibling.size()) + " pixels, twice " +
+                         inQuotes(path) + " is " + inPixels(twice));
+}
+
+/// Tells what is wrong with the files of `picture` in the theme's folder, and notes what they hold.
+void checkFiles(Theme& theme, Picture& picture, const Pairs& pairs, bool isAskedFor) {
+  const std::string path = normal(picture.path);
+  const Pair& pair = pairs.at(path);
+  const auto isBroken = [](const File& file) { return file.exists && !file.picture; };
+  if (!pair.plain.exists) {
+    tellMissing(theme, picture.place, path, pair);
+  } else if (isBroken(pair.plain)) {
+    tellBroken(theme, picture.place, path, pair.plain);
+  } else {
+    checkSibling(theme, picture.place, path, pair, isAskedFor);
   }
-  return sizes;
+  if (isBroken(pair.sibling)) {
+    tellBroken(theme, picture.place, prismal::doubleResolutionPath(path), pair.sibling);
+  }
+  for (const File* file : {&pair.plain, &pair.sibling}) {
+    if (file->picture) picture.sizes.push_back(file->size());
+  }
+  // Of two shapes the wrong one has been told.
+  if (pair.plain.picture && picture.sizes.size() > 1) picture.sizes.pop_back();
+  if (pair.differs) picture.other_sibling = pair.sibling.picture;
 }
 
 /// A path of the device. Nobody can look there from here.
@@ -156,24 +219,53 @@ bool hasForeignNumbers(std::string_view key, const Boards& boards) {
   return false;
 }
 
+/// `key` with its fields in another order; none when no board asks for any.
+std::optional<std::string_view> inOrder(std::string_view key, const Boards& boards) {
+  constexpr std::size_t kMost = 4;
+  std::vector<std::string_view> fields;
+  for (std::size_t start = 0; start <= key.size() && fields.size() <= kMost;) {
+    const auto end = std::min(key.find(';', start), key.size());
+    fields.push_back(key.substr(start, end - start));
+    start = end + 1;
+  }
+  if (fields.size() > kMost) return std::nullopt;
+  std::ranges::sort(fields);
+  do {
+    std::string other;
+    for (const std::string_view field : fields)
+      other.append(other.empty() ? "" : ";").append(field);
+    const auto found = boards.imageKeys().find(other);
+    if (found != boards.imageKeys().end()) return *found;
+  } while (std::ranges::next_permutation(fields).found);
+  return std::nullopt;
+}
+
+std::optional<std::string_view> keyMeantBy(Theme& theme, std::string_view key,
+                                           const Boards& boards) {
+  if (const auto other = inOrder(key, boards)) return other;
+  const std::vector<std::string_view> known(boards.imageKeys().begin(), boards.imageKeys().end());
+  return theme.suggestions.nearest(key, known);
+}
+
 /// Of a key that no board asks for.
 void tellUnknownKey(Theme& theme, const PropertyListEntry& entry, const Boards& boards) {
   const bool isNear = hasForeignNumbers(entry.key, boards);
   const Rule& rule = isNear ? "image-never-shown"_rule : "unknown-image-key"_rule;
   std::string message = "no board asks for " + inQuotes(entry.key);
-  if (!isNear && !theme.findings.isFull(rule)) {
-    const std::vector<std::string_view> known(boards.imageKeys().begin(), boards.imageKeys().end());
-    message += didYouMean(entry.key, known);
+  if (!isNear) {
+    const auto meant = keyMeantBy(theme, entry.key, boards);
+    if (meant) theme.doubtfulImages.emplace(*meant);
+    message += asQuestion(meant);
   }
   theme.findings.add(rule, theme.source.atKey(entryOf(std::string(kImages), entry.key), entry),
                      message);
 }
 
-Picture checkEntry(Theme& theme, const PropertyListEntry& entry, const Files& files,
+Picture checkEntry(Theme& theme, const PropertyListEntry& entry, const Pairs& pairs,
                    bool isAskedFor) {
   const Place place = theme.source.at(entryOf(std::string(kImages), entry.key), entry.value);
   Picture picture{
-      std::string(entry.key), place, std::string(entry.value.string().value_or("")), {}, {}};
+      std::string(entry.key), place, std::string(entry.value.string().value_or("")), {}, {}, {}};
   if (!entry.value.isString()) {
     theme.findings.add("image-value"_rule, place,
                        std::string(typeOf(entry.value)) + " in place of a path");
@@ -183,9 +275,20 @@ Picture checkEntry(Theme& theme, const PropertyListEntry& entry, const Files& fi
     theme.findings.add("image-outside"_rule, place,
                        inQuotes(picture.path) + " leads out of the theme's folder");
   } else {
-    picture.sizes = checkFiles(theme, place, normal(picture.path), files, isAskedFor);
+    checkFiles(theme, picture, pairs, isAskedFor);
   }
   return picture;
+}
+
+/// The keys of a section that is there by another name.
+void noteLostKeys(Theme& theme, const Boards& boards) {
+  if (!theme.lost.contains(kImages)) return;
+  for (const auto& section : theme.source.list().entries()) {
+    if (section.key == kImages) continue;
+    for (const auto& entry : section.value.entries()) {
+      if (boards.imageKeys().contains(entry.key)) theme.doubtfulImages.emplace(entry.key);
+    }
+  }
 }
 
 }  // namespace
@@ -207,15 +310,19 @@ Copies copyPictures(const Source& source, const DeviceRoot& device) {
 
 std::vector<Picture> checkPictures(Theme& theme, const Boards& boards, const Copies& copies,
                                    const DeviceRoot& device) {
-  const PropertyListView section = theme.section(kImages);
-  const Files files = readAll(copies, device);
+  noteLostKeys(theme, boards);
+  const Pairs pairs = readAll(theme, copies, device);
   std::vector<Picture> pictures;
-  for (const PropertyListEntry& entry : section.entries()) {
+  for (const PropertyListEntry& entry : theme.section(kImages).entries()) {
     const bool isAskedFor = boards.imageKeys().contains(entry.key);
     if (!isAskedFor) tellUnknownKey(theme, entry, boards);
-    Picture picture = checkEntry(theme, entry, files, isAskedFor);
+    Picture picture = checkEntry(theme, entry, pairs, isAskedFor);
     if (!isAskedFor) continue;
-    if (!picture.sizes.empty()) picture.device_path = placeOf(normal(picture.path));
+    if (picture.sizes.empty()) {
+      theme.doubtfulImages.insert(picture.key);
+    } else {
+      picture.device_path = placeOf(normal(picture.path));
+    }
     pictures.push_back(std::move(picture));
   }
   return pictures;

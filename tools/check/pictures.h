@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,12 +9,14 @@
 #include "check/boards.h"
 #include "check/theme.h"
 #include "host/files/device_root.h"
+#include "host/images/bitmap.h"
 
 namespace tools::check {
 
 struct PixelCount {
   int width = 0;
   int height = 0;
+  friend bool operator==(PixelCount, PixelCount) = default;
 };
 
 /// A picture that a theme names under one background key.
@@ -25,6 +28,8 @@ struct Picture {
   std::string device_path;
   /// Of the file, and of its sibling, as far as they are there.
   std::vector<PixelCount> sizes;
+  /// The sibling where it is more than the same picture sharper; else null.
+  std::shared_ptr<const host::images::Bitmap> other_sibling;
 };
 
 /// What the files of the theme's folder are on the device: nothing where they were copied, else why

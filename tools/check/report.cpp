@@ -1,6 +1,5 @@
 #include "check/report.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 #include "check/boards.h"
@@ -30,13 +29,27 @@ keyboard::Dress bare(keyboard::Dress dress) {
   return dress;
 }
 
-/// The library says the same of a theme of another type and of none.
+/// What the library says of a device without a theme: the same as of one with a file that can't be
+/// read, or that holds another type. The device must have none.
+std::string logOfMissingTheme() {
+  return logOf([] { prismal::PMGetThemeData(); });
+}
+
 void tellRootType(Theme& theme) {
-  const std::string log = logOf([] { prismal::PMGetThemeData(); });
   theme.findings.add(
       "root-type"_rule, theme.source.at("", theme.source.list()),
       std::string(typeOf(theme.source.list())) + " in place of a dictionary; the theme is empty",
-      log);
+      logOfMissingTheme());
+}
+
+/// The same from a keyboard of its own; empty where none starts. `dress.private_device` must be
+/// empty.
+std::string logOfNoTheme(const keyboard::Dress& dress) {
+  const auto process = keyboard::KeyboardProcess::start(bare(dress), 1);
+  if (!process) return "";
+  const platform::NSAutoreleasePool pool;
+  prepareLibrary();
+  return logOfMissingTheme();
 }
 
 void checkAll(Theme& theme, const Copies& copies) {
@@ -49,17 +62,19 @@ void checkAll(Theme& theme, const Copies& copies) {
   readTellingTheme(theme, pictures, device);
   boards.findCases();
   putTheme(theme, pictures, device);
-  LastWords words;
-  const bool canTryRules = checkStyles(theme, boards, words);
+  RuleUse use;
+  const bool canTryRules = checkStyles(theme, boards, use);
+  checkNames(theme);
+  checkPairs(theme);
   checkPictureUse(theme, boards, pictures);
-  if (canTryRules) checkContrast(theme, boards, words, pictures);
+  if (canTryRules) checkContrast(theme, boards, use, pictures);
 }
 
 }  // namespace
 
 bool Report::isUnreadable() const {
-  return std::ranges::any_of(
-      findings, [](const Finding& finding) { return finding.rule == &"unreadable"_rule; });
+  // Such a file has no other finding.
+  return findings.size() == 1 && findings.front().rule == &"unreadable"_rule;
 }
 
 Report checkTheme(const keyboard::Dress& dress) {
@@ -79,7 +94,7 @@ Report checkTheme(const keyboard::Dress& dress) {
     report.findings.push_back({&"unreadable"_rule,
                                {{}, refusal.position},
                                inOneLine(refusal.reason, 500),
-                               {},
+                               logOfNoTheme(dress),
                                refusal.line});
     return report;
   }

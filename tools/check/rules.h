@@ -41,6 +41,7 @@ inline constexpr Rule kRules[] = {
     {"gradient-items", Severity::warning, "a gradient has items that nobody looks at"},
     {"hidden-gradient", Severity::warning, "a gradient is defined again, and the last one counts"},
 
+    {"unused-name", Severity::warning, "a definition has a name that nobody asks for"},
     {"unknown-color", Severity::warning, "neither the theme nor the system defines a colour"},
     {"unknown-gradient", Severity::warning, "neither the theme nor the system defines a gradient"},
 
@@ -56,6 +57,8 @@ inline constexpr Rule kRules[] = {
     {"ignored-terms", Severity::warning, "a condition goes on behind a *"},
     {"unknown-property", Severity::warning, "a rule sets a property that nobody reads"},
     {"property-type", Severity::error, "a property has the wrong type"},
+    {"property-without-effect", Severity::warning, "a property of a rule has no effect"},
+    {"unknown-font", Severity::warning, "no font has that name, and one has a name like it"},
     {"rule-sets-nothing", Severity::warning, "a rule has no effect on the keys that it matches"},
     {"rule-never-matches", Severity::warning, "a rule matches no key of any board"},
     {"rule-overridden", Severity::warning, "later rules set all that a rule sets"},
@@ -67,6 +70,7 @@ inline constexpr Rule kRules[] = {
     {"image-missing", Severity::error, "a picture is missing"},
     {"image-broken", Severity::error, "a file is no picture"},
     {"missing-sibling", Severity::warning, "a picture has no @2x sibling"},
+    {"sibling-size", Severity::warning, "an @2x sibling is not twice as large as its picture"},
     {"image-never-shown", Severity::warning, "no board ever shows a picture"},
     {"image-stretched", Severity::warning, "a picture is stretched by more than a tenth"},
 

@@ -1,5 +1,6 @@
 #include "check/source.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <filesystem>
@@ -26,21 +27,34 @@ class Lines {
   explicit Lines(std::string_view text) : rest_(text) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     if (rest_.starts_with(kByteOrderMark)) rest_.remove_prefix(kByteOrderMark.size());
+    hasReturns_ = rest_.find('\r') != rest_.npos;
   }
 
   SourceLine at(Position position) {
-    if (position.line == 0) return {};
-    for (; number_ < position.line; ++number_) {
-      const auto end = rest_.find('\n');
-      if (end == std::string_view::npos) return {};
-      rest_.remove_prefix(end + 1);
-    }
-    std::string_view line = rest_.substr(0, rest_.find('\n'));
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    return around(line, position.column);
+    if (!goTo(position)) return {};
+    return around(rest_.substr(0, endOfLine()), position.column);
+  }
+
+  /// All from `position` to the end of the text; empty where there is none.
+  std::string_view from(Position position) {
+    return goTo(position) ? withoutFirst(rest_, position.column - 1) : "";
   }
 
  private:
+  bool goTo(Position position) {
+    for (; number_ < position.line; ++number_) {
+      const auto end = endOfLine();
+      if (end == rest_.npos) return false;
+      rest_.remove_prefix(end + (rest_.substr(end).starts_with("\r\n") ? 2 : 1));
+    }
+    return position.line > 0;
+  }
+
+  std::size_t endOfLine() const {
+    // Nearly all files have line feeds alone, which are found faster.
+    return hasReturns_ ? rest_.find_first_of("\r\n") : rest_.find('\n');
+  }
+
   /// What is shown of a line: what fits on a screen.
   static SourceLine around(std::string_view line, std::uint32_t column) {
     constexpr std::uint32_t kBefore = 60;
@@ -60,12 +74,24 @@ class Lines {
   }
 
   std::string_view rest_;
+  bool hasReturns_ = false;
   std::uint32_t number_ = 1;
 };
 
 bool isFolderAt(const std::string& theme) {
   std::error_code error;
   return fs::is_directory(theme, error);
+}
+
+/// Whether `written`, of an XML file, begins with `text` as it is: no reference stands in it.
+bool isWrittenAs(std::string_view text, std::string_view written) {
+  for (const char c : text) {
+    if (c == '\n' && written.starts_with("\r\n")) written.remove_prefix(1);
+    const bool isReturn = c == '\n' && written.starts_with('\r');
+    if (!isReturn && !written.starts_with(c)) return false;
+    written.remove_prefix(1);
+  }
+  return true;
 }
 
 /// Takes `word` and the number behind it off the front of `text`.
@@ -77,6 +103,11 @@ std::optional<std::uint32_t> takeNumber(std::string_view& text, std::string_view
   if (error != std::errc()) return std::nullopt;
   text = {next, end};
   return number;
+}
+
+bool mayBeJson(std::string_view bytes) {
+  const auto first = bytes.find_first_not_of(" \t\r\n");
+  return first != bytes.npos && (bytes[first] == '{' || bytes[first] == '[');
 }
 
 /// Parts a reader's reason into the place, which it names first, and the rest.
@@ -112,6 +143,9 @@ std::optional<Source> Source::read(const std::string& theme, Refusal& refusal) {
   auto reading = host::plist::read(source.bytes_, source.keys_);
   if (!reading) {
     refusal = refusalOf(reading.reason);
+    if (mayBeJson(source.bytes_)) {
+      refusal.reason += "; prismal convert makes a property list of JSON";
+    }
     refusal.line = Lines(source.bytes_).at(refusal.position);
     return std::nullopt;
   }
@@ -129,6 +163,18 @@ Place Source::atKey(std::string path, const platform::PropertyListEntry& entry) 
   return {std::move(path), position};
 }
 
+Place Source::within(const Place& place, std::string_view text, std::size_t offset) const {
+  offset = std::min(text.find_first_not_of(" \t\n", offset), text.size());
+  const std::string_view before = text.substr(0, offset);
+  const auto lines = static_cast<std::uint32_t>(std::ranges::count(before, '\n'));
+  if (lines == 0 || place.position.line == 0) return place;
+  std::string_view written = Lines(bytes_).from(place.position);
+  written.remove_prefix(std::min(written.find('>'), written.size() - 1) + 1);
+  if (!isWrittenAs(before, written)) return place;
+  const std::string_view line = before.substr(before.rfind('\n') + 1);
+  return {place.path, {place.position.line + lines, charactersOf(line) + 1}};
+}
+
 void Source::addLines(std::vector<Finding>& findings) const {
   Lines lines(bytes_);
   for (Finding& finding : findings) finding.source = lines.at(finding.place.position);
@@ -140,7 +186,7 @@ std::string itemOf(const std::string& path, std::size_t index) {
 
 std::string entryOf(const std::string& path, std::string_view key) {
   constexpr std::size_t kLongest = 80;
-  return (path.empty() ? "" : path + ".") + inOneLine(key, kLongest);
+  return (path.empty() ? "" : path + ".") + (key.empty() ? "\"\"" : inOneLine(key, kLongest));
 }
 
 }  // namespace tools::check

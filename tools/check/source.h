@@ -41,6 +41,9 @@ class Source {
   Place at(std::string path, platform::PropertyListView value) const;
   /// The place of an entry's key.
   Place atKey(std::string path, const platform::PropertyListEntry& entry) const;
+  /// The place of what begins `offset` bytes into the text of a string at `place`: another one only
+  /// where it stands on a later line, and the file has the text as it is.
+  Place within(const Place& place, std::string_view text, std::size_t offset) const;
   const host::plist::KeyPositions& keys() const { return keys_; }
 
   /// Gives each finding the line of the file on which it stands. They are in the order of their

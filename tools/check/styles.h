@@ -16,14 +16,29 @@ namespace tools::check {
 using LastWord = std::array<std::int32_t, kParts>;
 using LastWords = std::vector<LastWord>;
 
-/// Checks the lists of rules, each for itself and against all keys. `words` takes who has the last
-/// word. False when there are too many rules for that; `words` is then empty.
-bool checkStyles(Theme& theme, const Boards& boards, LastWords& words);
+/// A rule that doesn't set what it was meant to set, which has been told.
+struct DeadRule {
+  static constexpr std::size_t kLast = static_cast<std::size_t>(-1);
+
+  std::string list;       ///< the visual style under which it was meant to be; empty: any
+  std::size_t index = 0;  ///< in that list; kLast: the list itself isn't where it was meant to be
+  std::vector<std::string> conditions;  ///< any of which may be meant
+  Parts parts = 0;
+};
+
+/// What rules do to keys, and what they were meant to do.
+struct RuleUse {
+  LastWords words;
+  std::vector<DeadRule> dead;
+};
+
+/// Checks the lists of rules, each for itself and against all keys. False when there are too many
+/// rules for the latter; `use` is then empty.
+bool checkStyles(Theme& theme, const Boards& boards, RuleUse& use);
 
 /// Tells of the rules of `list`, under `name`, which match no key or are overridden, and of the
 /// cases under that list who has the last word.
 void checkUse(Theme& theme, const Boards& boards, std::string_view name,
-              platform::PropertyListView list, LastWords& words,
-              const std::vector<bool>& isExplained);
+              platform::PropertyListView list, RuleUse& use, const std::vector<bool>& isExplained);
 
 }  // namespace tools::check

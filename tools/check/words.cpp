@@ -1,5 +1,8 @@
 #include "check/words.h"
 
+#include "host/plist/description.h"
+#include "host/plist/utf8.h"
+
 namespace tools::check {
 
 using Type = platform::PropertyListView::Type;
@@ -7,6 +10,12 @@ using Type = platform::PropertyListView::Type;
 std::string inQuotes(std::string_view text) {
   constexpr std::size_t kLongest = 60;
   return "\"" + inOneLine(text, kLongest) + "\"";
+}
+
+std::uint32_t charactersOf(std::string_view text) {
+  std::uint32_t count = 0;
+  for (; !text.empty(); ++count) text.remove_prefix(host::plist::firstUtf8Character(text).length);
+  return count;
 }
 
 std::string_view typeOf(platform::PropertyListView value) {
@@ -52,8 +61,9 @@ std::string listed(std::span<const std::string> things) {
   return text;
 }
 
-std::string whereIs(const std::string& path, host::plist::Position position) {
-  return position.line > 0 ? "line " + std::to_string(position.line) : inOneLine(path, 80);
+std::string whereIs(const Place& place) {
+  const auto line = place.position.line;
+  return line > 0 ? "line " + std::to_string(line) : inOneLine(place.path, 80);
 }
 
 }  // namespace tools::check
