@@ -241,14 +241,16 @@ std::optional<std::string> contradiction(const RenderOptions& options) {
   return several ? contradictionOfSeveral(options) : keyboard::contradictionOf(options.view);
 }
 
-/// Whether a file is there, below the folder in which the theme's files are.
-bool liesWith(const fs::path& file, const fs::path& theme) {
+/// Whether a file may be one of the theme's: it lies, or would lie, in the theme's folder, or has
+/// other names elsewhere.
+bool mayBeOf(const fs::path& theme, const fs::path& file) {
   std::error_code error;
-  if (!fs::exists(file, error)) return false;
+  const auto names = fs::hard_link_count(file, error);
+  if (!error && names > 1) return true;
   const fs::path folder = fs::is_directory(theme, error) ? theme : theme.parent_path();
   const fs::path way = fs::weakly_canonical(file, error)
                            .lexically_relative(fs::weakly_canonical(folder / ".", error));
-  return !error && !way.empty() && *way.begin() != "..";
+  return !way.empty() && *way.begin() != "..";
 }
 
 /// Why what is written would destroy what is read.
@@ -257,8 +259,8 @@ std::optional<std::string> refusalToReplaceInputs(const RenderOptions& options) 
   keyboard::Dress read = options.dress;
   for (const std::string& theme : {options.dress.theme, options.diff}) {
     // To ask a theme for its files takes a process.
-    if (theme.empty()) continue;
-    if (!liesWith(outputOf(options), theme) && !liesWith(options.keys, theme)) continue;
+    const bool isAsked = mayBeOf(theme, outputOf(options)) || mayBeOf(theme, options.keys);
+    if (theme.empty() || !isAsked) continue;
     read.theme = theme;
     std::ranges::move(watch::filesOfTheme(read), std::back_inserter(inputs));
   }

@@ -42,6 +42,13 @@ std::optional<drawing::Glyph> glyphOf(boards::Shape shape) {
   return std::nullopt;
 }
 
+/// A font's name, of which each key keeps a copy. No font has a longer one, so that the system font
+/// takes its place as it does for any other name that no font has.
+std::string fontNameOf(const std::optional<std::string>& name) {
+  constexpr std::size_t kLongest = 512;
+  return name && name->size() <= kLongest ? *name : "";
+}
+
 /// None for a key that has no style for its text.
 std::optional<drawing::Symbol> symbolOf(platform::UIKBTextStyle handle,
                                         std::variant<std::string, drawing::Glyph> mark) {
@@ -49,7 +56,7 @@ std::optional<drawing::Symbol> symbolOf(platform::UIKBTextStyle handle,
   if (!style) return std::nullopt;
   drawing::Symbol symbol;
   symbol.mark = std::move(mark);
-  symbol.style.font_name = style->fontName.value_or("");
+  symbol.style.font_name = fontNameOf(style->fontName);
   symbol.style.size_pt = style->fontSize_pt;
   symbol.style.color = textColorNamed(style->textColor);
   symbol.style.etch_color = colorNamed(style->etchColor);

@@ -291,8 +291,8 @@ FaultCount failInTurn(const FaultRun& run, const std::function<void()>& work,
     Points& all = points();
     workUnderFaults(run, work);
     if (all.isCopy) endCopy(judge);
-    static_cast<void>(::write(ends[1], &all.count, sizeof all.count));
-    _exit(0);
+    const bool isTold = ::write(ends[1], &all.count, sizeof all.count) > 0;
+    _exit(isTold ? 0 : 1);
   }
   close(ends[1]);
   FaultCount count;

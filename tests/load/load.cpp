@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <poll.h>
@@ -40,14 +42,19 @@ constexpr long kGrowth = 1024;
 
 constexpr const char* kSettings = "/var/mobile/Library/Preferences/net.quillon.prismal.plist";
 constexpr const char* kReloadSettings = "net.quillon.prismal.relaodSettings";
-constexpr int kPictures = 16;
+constexpr const char* kPicture = "/pictures/behind.png";
+
+[[noreturn]] void stop(const std::string& why) {
+  std::fprintf(stderr, "load: %s\n", why.c_str());
+  std::exit(2);
+}
 
 struct Pipe {
   Descriptor reading;
   Descriptor writing;
   Pipe() {
     std::array<int, 2> ends{};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) std::abort();
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) stop("no pipe");
     reading = Descriptor(ends[0]);
     writing = Descriptor(ends[1]);
   }
@@ -108,6 +115,9 @@ struct State {
   long memory_kib = 0;
   long heard = 0;
 
+  /// The library answers for pictures whatever the switch says.
+  bool shows(std::string_view shown, int isOn) const { return picture == shown && enabled == isOn; }
+
   static std::optional<State> of(const std::string& line) {
     State state;
     std::istringstream text(line);
@@ -128,24 +138,13 @@ std::vector<std::optional<State>> statesOf(const Hosts& hosts) {
   return states;
 }
 
-std::string pictureAt(long number) {
-  return "/pictures/" + std::to_string(number % kPictures) + ".png";
-}
-
-/// The settings of a number: the picture behind the keys, and from time to time the switch off.
-bool isOn(long number) {
-  return number % 7 != 3;
-}
-std::string settingsOf(long number) {
-  return std::string("<dict><key>usePrismal</key>") + (isOn(number) ? "<true/>" : "<false/>") +
-         "<key>backgroundImages</key><dict><key>iPhone-Standard</key><dict><key>Portrait</key>"
-         "<string>" +
-         pictureAt(number) + "</string></dict></dict></dict>";
-}
-
-bool isAsLast(const std::optional<State>& state, long last) {
-  if (!state || state->enabled != (isOn(last) ? 1 : 0)) return false;
-  return state->picture == (isOn(last) ? pictureAt(last) : "none");
+/// No two are alike, and the switch is off in the last ones alone.
+std::string settingsOf(long number, bool isLast) {
+  return std::string("<dict><key>usePrismal</key>") + (isLast ? "<false/>" : "<true/>") +
+         "<key>number</key><integer>" + std::to_string(number) +
+         "</integer><key>backgroundImages</key><dict><key>iPhone-Standard</key><dict>"
+         "<key>Portrait</key><string>" +
+         kPicture + "</string></dict></dict></dict>";
 }
 
 /// Installs one theme over the other, again and again, until it is ended.
@@ -189,10 +188,7 @@ class Load {
         folder_(directory_.path()),
         device_(folder_ / "device"),
         root_(*DeviceRoot::open(device_, DeviceRoot::Creation::kIfMissing)) {
-    for (int i = 0; i < kPictures; ++i) {
-      const auto shade = static_cast<std::uint8_t>(i * 16);
-      put(pictureAt(i), host::images::encodePng(host::images::solid(4, 4, shade, 0, 0, 255)));
-    }
+    put(kPicture, host::images::encodePng(host::images::solid(4, 4, 255, 0, 0, 255)));
     for (const char* name : {"Theme0", "Theme1"}) {
       const auto machine = DeviceRoot::open(folder_, DeviceRoot::Creation::kNever);
       const std::string color = name[5] == '0' ? "#FF0000FF" : "#00FF00FF";
@@ -200,29 +196,34 @@ class Load {
           std::string(name) + ".plist",
           "<dict><key>CustomColor</key><array><array><string>UIKBColorKeyLetter</string><string>" +
               color + "</string></array></array></dict>");
-      if (!written) std::abort();
+      if (!written) stop(written.reason());
     }
-    put(kSettings, settingsOf(0));
+    put(kSettings, settingsOf(0, false));
     for (std::size_t i = 0; i < hosts; ++i) hosts_.push_back(std::make_unique<Host>(device_));
   }
 
   bool run() {
     const auto start = Clock::now();
-    statesOf(hosts_);  // all have started
+    const auto first = statesOf(hosts_);
+    const bool haveStarted = std::ranges::all_of(
+        first, [](const auto& state) { return state && state->shows(kPicture, 1); });
+    if (!haveStarted) std::puts("not every host has started with the first settings");
     const Installing installing(folder_, device_);
     for (long number = 1; number <= notifications_; ++number) {
-      put(kSettings, settingsOf(number));
-      if (!host::files::postNotification(root_, kReloadSettings)) std::abort();
+      put(kSettings, settingsOf(number, number == notifications_));
+      post();
       if (number % std::max(1L, notifications_ / 10) == 0) look(number);
     }
     const int installs = installing.end(folder_);
     const Seconds posted = Clock::now() - start;
     std::printf("%zu hosts, %ld notifications, %d%s installations in %.1f s\n", hosts_.size(),
                 notifications_, installs, installs == 254 ? " or more" : "", posted.count());
-    return judge(installs);
+    return judge(installs) && haveStarted;
   }
 
   bool changeKeyplanes(long count) {
+    put(kSettings, settingsOf(0, false));
+    post();
     const auto start = Clock::now();
     hosts_[0]->ask("change " + std::to_string(count));
     constexpr Seconds kLongest{24 * 3600};
@@ -239,8 +240,19 @@ class Load {
   }
 
  private:
+  /// As any program puts a file in its place. The commands clear away what their own kind has left.
   void put(const std::string& path, const std::string& bytes) const {
-    if (!root_.writeFile(path, bytes)) std::abort();
+    const fs::path place = device_.string() + path;
+    const fs::path next = place.string() + ".next";
+    fs::create_directories(place.parent_path());
+    std::ofstream(next, std::ios::binary) << bytes;
+    std::error_code error;
+    fs::rename(next, place, error);
+    if (error) stop(place.string() + ": " + error.message());
+  }
+
+  void post() const {
+    if (!host::files::postNotification(root_, kReloadSettings)) stop("nothing can be posted");
   }
 
   void look(long number) {
@@ -259,7 +271,7 @@ class Load {
     do {
       last = statesOf(hosts_);
       right = std::ranges::count_if(
-          last, [&](const auto& state) { return isAsLast(state, notifications_); });
+          last, [&](const auto& state) { return state && state->shows(kPicture, 0); });
     } while (right != std::ssize(hosts_) && Clock::now() < wait);
     long growth = 0;
     long heard = 0;
@@ -296,7 +308,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   std::signal(SIGPIPE, SIG_IGN);
-  std::setlinebuf(stdout);
+  ::setlinebuf(stdout);
   Load load(std::strtoul(argv[1], nullptr, 10), std::strtol(argv[2], nullptr, 10));
   const bool holds = load.run();
   const bool isFlat = load.changeKeyplanes(std::strtol(argv[3], nullptr, 10));

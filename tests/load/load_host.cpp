@@ -52,12 +52,10 @@ void answerState(const keyboard::View& view, host::drawing::Fonts& fonts) {
               ownMemory(), heard);
 }
 
-/// Changes to what a phone shows in turn: letters, numbers, lying, over an alert. Every change asks
-/// the library for the picture behind the keys and for the colours of each.
+/// Changes to all keyplanes that there are, in turn. Every change asks the library for the picture
+/// behind the keys and for the colours of each.
 void answerChanges(long count, host::drawing::Fonts& fonts) {
-  keyboard::ViewOptions options;
-  options.device = "phone-4";
-  std::vector<keyboard::View> views = keyboard::everyView(options);
+  std::vector<keyboard::View> views = keyboard::everyView({});
   std::erase_if(views, [](const keyboard::View& view) { return view.dictation; });
   long early = 0;
   for (long i = 0; i < count; ++i) {

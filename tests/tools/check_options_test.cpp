@@ -99,19 +99,22 @@ TEST_F(CheckOptions, Json) {
   EXPECT_EQ(report["errors"], 1);
   EXPECT_EQ(report["warnings"], 1);
   ASSERT_EQ(report["findings"].size(), 2U);
-  EXPECT_EQ(report["findings"][0],
-            json({{"file", "a b.plist"},
-                  {"line", 3},
-                  {"column", 31},
-                  {"path", "CustomColor[1][1]"},
-                  {"severity", "error"},
-                  {"rule", "color-string"},
-                  {"message", "\"#FF8000\" has 6 digits, a colour string needs 8"},
-                  {"log", "PM: CustomColor String ERROR: (\"50%,\xC3\xA4\", \"#FF8000\")"}}));
+  EXPECT_EQ(
+      report["findings"][0],
+      json({{"file", "a b.plist"},
+            {"line", 3},
+            {"column", 31},
+            {"path", "CustomColor[1][1]"},
+            {"severity", "error"},
+            {"rule", "color-string"},
+            {"message", "\"#FF8000\" has 6 digits, a colour string needs 8"},
+            {"log", "PM: CustomColor String ERROR: (\"50%,\xC3\xA4\", \"#FF8000\")"},
+            {"source", "\t<array><string>50%,\xC3\xA4</string><string>#FF8000</string></array>"}}));
   EXPECT_EQ(report["findings"][1]["log"], nullptr);
   const json missing = json::parse(outputOf("--format json nothing.plist"));
   EXPECT_EQ(missing["findings"][0]["line"], nullptr);
   EXPECT_EQ(missing["findings"][0]["column"], nullptr);
+  EXPECT_EQ(missing["findings"][0]["source"], nullptr);
 }
 
 TEST_F(CheckOptions, Sarif) {

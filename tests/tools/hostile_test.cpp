@@ -207,7 +207,7 @@ TEST_F(Hostile, WhatIsWithinTheBoundsIsDrawn) {
     EXPECT_FALSE(pictureOf("T.theme").empty()) << c.name;
     const Outcome checked = bounded("check T.theme");
     EXPECT_LT(checked.status, 2) << c.name << checked.output.substr(0, 500);
-    EXPECT_LT(checked.output.size(), 200'000U) << c.name;
+    EXPECT_LT(checked.output.size(), 4'000'000U) << c.name;
     const Outcome explained = bounded("explain T.theme --key q | tail -c 1000");
     EXPECT_FALSE(explained.output.empty()) << c.name;
   }
@@ -313,13 +313,13 @@ const NoFile kNoFiles[] = {
     {"a link that dangles", [](const fs::path& path) { fs::create_symlink("nothing", path); },
      "No such file or directory"},
     {"a link to a device", [](const fs::path& path) { fs::create_symlink("/dev/zero", path); },
-     "No such file or directory"},
+     "a link that leads out of the folder"},
     {"a link that climbs",
      [](const fs::path& path) { fs::create_symlink("../../../../../../../../etc/passwd", path); },
-     "No such file or directory"},
+     "a link that leads out of the folder"},
     {"a link to a file of the machine",
      [](const fs::path& path) { fs::create_symlink("/etc/passwd", path); },
-     "No such file or directory"},
+     "a link that leads out of the folder"},
 };
 
 TEST_F(Hostile, WhatIsNoFileIsRefusedWithoutWaiting) {
@@ -332,10 +332,12 @@ TEST_F(Hostile, WhatIsNoFileIsRefusedWithoutWaiting) {
           "render Plain.theme --settings T.theme/theme.plist -o t.png"}) {
       const Outcome outcome = bounded(command);
       EXPECT_EQ(outcome.status, 2) << c.name << ": " << command << outcome.output;
-      // A theme's folder without its list is told in words of its own.
-      const bool lacksList = std::string_view(c.reason).starts_with("No such file") &&
-                             !std::string_view(command).starts_with("render Plain");
-      EXPECT_NE(outcome.output.find(lacksList ? "theme.plist" : c.reason), std::string::npos)
+      // A theme's folder without its list is told in words of its own, and settings may lie
+      // anywhere.
+      const bool isOfSettings = std::string_view(command).starts_with("render Plain");
+      const bool lacksList = std::string_view(c.reason).starts_with("No such file");
+      EXPECT_NE(outcome.output.find(lacksList || isOfSettings ? "theme.plist" : c.reason),
+                std::string::npos)
           << c.name << ": " << command << outcome.output;
     }
   }

@@ -34,9 +34,11 @@ class ThemeFiles : public DeviceCommand {
 };
 
 TEST_F(ThemeFiles, AListMayBeALinkToAnywhereAndPicturesAreThoseBesideIt) {
-  link("A.theme/theme.plist", folder() / "T.theme/theme.plist");
-  link("below/B.theme/theme.plist", "../../T.theme/theme.plist");
-  write("below/B.theme/p.png", read("T.theme/p.png"));
+  link("A.plist", folder() / "T.theme/theme.plist");
+  link("below/B.plist", "../T.theme/theme.plist");
+  write("below/p.png", read("T.theme/p.png"));
+  write("Own.theme/list.plist", read("T.theme/theme.plist"));
+  link("Own.theme/theme.plist", "list.plist");
   link("C.plist", "T.theme/theme.plist");
   link("settings-link.plist", folder() / "settings.plist");
   struct Case {
@@ -44,7 +46,7 @@ TEST_F(ThemeFiles, AListMayBeALinkToAnywhereAndPicturesAreThoseBesideIt) {
     bool hasPicture;
   };
   const Case cases[] = {
-      {"A.theme", false}, {"below/B.theme", true}, {"C.plist", false}, {"T.theme", true}};
+      {"A.plist", false}, {"below/B.plist", true}, {"C.plist", false}, {"Own.theme", false}};
   for (const auto& [theme, hasPicture] : cases) {
     const auto keyboard = drawn(theme + " --settings settings-link.plist");
     EXPECT_EQ(keyboard.at(10, 60), 0xff00ff00U) << theme;
@@ -53,9 +55,22 @@ TEST_F(ThemeFiles, AListMayBeALinkToAnywhereAndPicturesAreThoseBesideIt) {
     EXPECT_EQ(prismal("check " + theme).output.find(theme), 0U) << theme;
     EXPECT_EQ(prismal("install " + theme).status, 0) << theme;
   }
-  link("Dangling.theme/theme.plist", "none");
-  EXPECT_EQ(prismal("render Dangling.theme").output,
-            "prismal render: Dangling.theme/theme.plist: No such file or directory\n");
+}
+
+TEST_F(ThemeFiles, TheListOfAFolderIsNotReadFromElsewhere) {
+  // Else a stranger's folder could have any file of its user's quoted.
+  write("secret", "a secret");
+  link("A.theme/theme.plist", folder() / "secret");
+  link("B.theme/theme.plist", "../secret");
+  for (const std::string theme : {"A.theme", "B.theme"}) {
+    for (const std::string command : {"render ", "check ", "install ", "explain --key g "}) {
+      const Outcome outcome = prismal(command + theme);
+      EXPECT_EQ(outcome.status, 2) << command << theme;
+      EXPECT_NE(outcome.output.find("a link that leads out of the folder"), std::string::npos)
+          << command << theme << outcome.output;
+      EXPECT_EQ(outcome.output.find("secret"), std::string::npos);
+    }
+  }
 }
 
 TEST_F(ThemeFiles, APictureThatIsALinkOutOfTheFolderIsToldAndStaysOut) {
@@ -73,7 +88,7 @@ TEST_F(ThemeFiles, APictureThatIsALinkOutOfTheFolderIsToldAndStaysOut) {
   for (const auto& [target, says] : cases) {
     fs::remove(folder() / "L.theme/p.png");
     link("L.theme/p.png", target);
-    EXPECT_EQ(prismal("install L.theme").output,
+    EXPECT_EQ(prismal("install L.theme", "2>&1 >/dev/null").output,
               says.empty() ? "" : "L: BackgroundImages: Portrait: p.png: " + says + "\n");
     const bool leadsOut = says.starts_with("a link");
     EXPECT_EQ(prismal("check L.theme").output.find("[image-outside]") != std::string::npos,

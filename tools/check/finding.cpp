@@ -19,6 +19,7 @@ auto orderOf(const Finding& finding) {
 
 void Findings::add(const Rule& rule, Place place, std::string_view message, std::string_view log) {
   constexpr std::size_t kLongest = 500;
+  if (++counts_[&rule] > kMostOfARule) return;
   Finding& finding = findings_.emplace_back();
   finding.rule = &rule;
   finding.place = std::move(place);
@@ -28,6 +29,12 @@ void Findings::add(const Rule& rule, Place place, std::string_view message, std:
 
 std::vector<Finding> Findings::take() && {
   std::ranges::stable_sort(findings_, {}, orderOf);
+  for (const auto& [rule, count] : counts_) {
+    if (count <= kMostOfARule) continue;
+    Finding& rest = findings_.emplace_back();
+    rest.rule = rule;
+    rest.message = "and " + std::to_string(count - kMostOfARule) + " more like this";
+  }
   return std::move(findings_);
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,9 +33,11 @@ struct Finding {
   SourceLine source;    ///< at the place
 };
 
-/// Takes findings.
+/// Takes findings, of one rule as many as anybody mends; the rest is counted.
 class Findings {
  public:
+  static constexpr std::size_t kMostOfARule = 10'000;
+
   void add(const Rule& rule, Place place, std::string_view message, std::string_view log = {});
 
   /// In the order of their places.
@@ -41,6 +45,7 @@ class Findings {
 
  private:
   std::vector<Finding> findings_;
+  std::map<const Rule*, std::size_t> counts_;
 };
 
 }  // namespace tools::check

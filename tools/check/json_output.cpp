@@ -31,7 +31,8 @@ Json jsonOf(const Report& report, const Finding& finding) {
           {"severity", wordOf(finding.rule->severity)},
           {"rule", finding.rule->name},
           {"message", finding.message},
-          {"log", textOrNull(finding.log)}};
+          {"log", textOrNull(finding.log)},
+          {"source", textOrNull(finding.source.text)}};
 }
 
 std::string levelOf(Severity severity) {

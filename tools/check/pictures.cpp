@@ -23,6 +23,7 @@
 namespace tools::check {
 
 namespace fs = std::filesystem;
+using host::files::DeviceRoot;
 using platform::PropertyListEntry;
 using platform::PropertyListView;
 

@@ -9,9 +9,8 @@
 #include <utility>
 
 #include "check/words.h"
-#include "host/plist/utf8.h"
 #include "host/plist/values.h"
-#include "text_file.h"
+#include "theme/dictionary_file.h"
 
 namespace tools::check {
 
@@ -20,63 +19,6 @@ using host::files::DeviceRoot;
 using host::plist::Position;
 
 namespace {
-
-/// Finds lines of a text, each further down than the one before.
-class Lines {
- public:
-  explicit Lines(std::string_view text) : rest_(text) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    if (rest_.starts_with(kByteOrderMark)) rest_.remove_prefix(kByteOrderMark.size());
-    hasReturns_ = rest_.find('\r') != rest_.npos;
-  }
-
-  SourceLine at(Position position) {
-    if (!goTo(position)) return {};
-    return around(rest_.substr(0, endOfLine()), position.column);
-  }
-
-  /// All from `position` to the end of the text; empty where there is none.
-  std::string_view from(Position position) {
-    return goTo(position) ? withoutFirst(rest_, position.column - 1) : "";
-  }
-
- private:
-  bool goTo(Position position) {
-    for (; number_ < position.line; ++number_) {
-      const auto end = endOfLine();
-      if (end == rest_.npos) return false;
-      rest_.remove_prefix(end + (rest_.substr(end).starts_with("\r\n") ? 2 : 1));
-    }
-    return position.line > 0;
-  }
-
-  std::size_t endOfLine() const {
-    // Nearly all files have line feeds alone, which are found faster.
-    return hasReturns_ ? rest_.find_first_of("\r\n") : rest_.find('\n');
-  }
-
-  /// What is shown of a line: what fits on a screen.
-  static SourceLine around(std::string_view line, std::uint32_t column) {
-    constexpr std::uint32_t kBefore = 60;
-    constexpr std::size_t kMost = 100;
-    const std::uint32_t dropped = column > kMost ? column - kBefore : 0;
-    std::string_view shown = withoutFirst(line, dropped);
-    shown = shown.substr(0, shown.size() - withoutFirst(shown, kMost).size());
-    return {std::string(shown), column - dropped};
-  }
-
-  /// `text` without its first `count` characters.
-  static std::string_view withoutFirst(std::string_view text, std::size_t count) {
-    for (; count > 0 && !text.empty(); --count) {
-      text.remove_prefix(host::plist::firstUtf8Character(text).length);
-    }
-    return text;
-  }
-
-  std::string_view rest_;
-  bool hasReturns_ = false;
-  std::uint32_t number_ = 1;
-};
 
 bool isFolderAt(const std::string& theme) {
   std::error_code error;
@@ -133,7 +75,8 @@ std::optional<Source> Source::read(const std::string& theme, Refusal& refusal) {
     refusal = {{}, folder.reason(), {}};
     return std::nullopt;
   }
-  auto bytes = readRegularFile(file.string());
+  auto bytes = theme::readListFile(
+      *folder, file, isFolderAt(theme) ? theme::Links::kStayInFolder : theme::Links::kLeadAnywhere);
   if (!bytes) {
     const bool isLacking = isFolderAt(theme) && bytes.failure().error == ENOENT;
     refusal = {{}, isLacking ? "missing; a theme folder needs one" : bytes.reason(), {}};
@@ -146,7 +89,7 @@ std::optional<Source> Source::read(const std::string& theme, Refusal& refusal) {
     if (mayBeJson(source.bytes_)) {
       refusal.reason += "; prismal convert makes a property list of JSON";
     }
-    refusal.line = Lines(source.bytes_).at(refusal.position);
+    refusal.line = SourceLines().at(source.bytes_, refusal.position);
     return std::nullopt;
   }
   source.list_ = std::move(reading.list);
@@ -168,7 +111,7 @@ Place Source::within(const Place& place, std::string_view text, std::size_t offs
   const std::string_view before = text.substr(0, offset);
   const auto lines = static_cast<std::uint32_t>(std::ranges::count(before, '\n'));
   if (lines == 0 || place.position.line == 0) return place;
-  std::string_view written = Lines(bytes_).from(place.position);
+  std::string_view written = lines_.from(bytes_, place.position);
   written.remove_prefix(std::min(written.find('>'), written.size() - 1) + 1);
   if (!isWrittenAs(before, written)) return place;
   const std::string_view line = before.substr(before.rfind('\n') + 1);
@@ -176,8 +119,7 @@ Place Source::within(const Place& place, std::string_view text, std::size_t offs
 }
 
 void Source::addLines(std::vector<Finding>& findings) const {
-  Lines lines(bytes_);
-  for (Finding& finding : findings) finding.source = lines.at(finding.place.position);
+  for (Finding& finding : findings) finding.source = lines_.at(bytes_, finding.place.position);
 }
 
 std::string itemOf(const std::string& path, std::size_t index) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "check/finding.h"
+#include "check/source_lines.h"
 #include "host/files/device_root.h"
 #include "host/files/result.h"
 #include "host/plist/key_positions.h"
@@ -56,6 +57,7 @@ class Source {
 
   host::files::DeviceRoot folder_;
   std::string bytes_;
+  mutable SourceLines lines_;
   bool isFolder_;
   platform::PropertyList list_;
   host::plist::KeyPositions keys_;

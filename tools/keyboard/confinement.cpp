@@ -68,13 +68,13 @@ Result<FileRules> rulesFor(const Dress& dress) {
   return rules;
 }
 
-/// The folder in which the file that is read lies, which also has its pictures.
-void allowFolderOf(const FileRules& rules, const fs::path& place) {
+/// A theme's folder; or a list that is named itself, wherever it is a link to, and the folder in
+/// which it is named, which has its pictures.
+void allowListAt(const FileRules& rules, const fs::path& place) {
+  rules.allow(place.c_str(), Access::kRead);
   std::error_code error;
-  if (fs::is_directory(place, error) || !place.has_parent_path()) {
-    rules.allow(fs::is_directory(place, error) ? place.c_str() : ".", Access::kRead);
-  } else {
-    rules.allow(place.parent_path().c_str(), Access::kRead);
+  if (!fs::is_directory(place, error)) {
+    rules.allow((place.parent_path() / ".").c_str(), Access::kRead);
   }
 }
 
@@ -104,8 +104,8 @@ Result<Done> confineToTheme(const Dress& dress, const DeviceRoot& device) {
   host::system::openLog();
   const auto enforced = enforceRules(dress, [&](const FileRules& rules) {
     allow(rules, device, "/", Access::kReadAndWrite);
-    allowFolderOf(rules, dress.theme);
-    if (!dress.settings.empty()) allowFolderOf(rules, dress.settings);
+    allowListAt(rules, dress.theme);
+    if (!dress.settings.empty()) allowListAt(rules, dress.settings);
   });
   return enforced ? filterSystemCalls(Programs::kForbidden) : enforced;
 }

@@ -6,6 +6,7 @@
 #include <exception>
 #include <iterator>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <system_error>
 #include <unistd.h>
 #include <vector>
@@ -161,7 +162,7 @@ void answerAll(const Dress& dress, int socket) {
 
 void checkOnce(const Dress& dress, int socket) {
   constexpr int kInTheBackground = 10;
-  static_cast<void>(nice(kInTheBackground));
+  setpriority(PRIO_PROCESS, 0, kInTheBackground);
   const std::vector<check::Report> reports = {check::checkTheme(dress)};
   if (!reports.front().trouble.empty()) {
     send(socket, refusal(reports.front().trouble, kOwnFault));

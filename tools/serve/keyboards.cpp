@@ -137,8 +137,8 @@ std::optional<Keyboards::End> Keyboards::wait(int channel) {
 }
 
 void Keyboards::takeRenewal() {
-  std::uint64_t count = 0;
-  static_cast<void>(::read(wake_.get(), &count, sizeof count));
+  eventfd_t count = 0;
+  ::eventfd_read(wake_.get(), &count);
   if (!renews_.exchange(false)) return;
   for (Kept& kept : all_) {
     if (!kept.theme.empty()) noteChange(kept);
@@ -420,8 +420,7 @@ void Keyboards::tellSettings() {
 
 void Keyboards::renew() {
   renews_ = true;
-  const std::uint64_t one = 1;
-  static_cast<void>(::write(wake_.get(), &one, sizeof one));
+  ::eventfd_write(wake_.get(), 1);
 }
 
 Json Keyboards::facts(Look look) const {

@@ -34,11 +34,18 @@ Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::strin
   return dictionaryIn(root.readFile(path, host::plist::kMaxBytes), what);
 }
 
-Result<DictionaryFile> readDictionaryFile(const fs::path& file, const std::string& what) {
+Result<std::string> readListFile(const DeviceRoot& folder, const fs::path& file, Links links) {
+  return links == Links::kLeadAnywhere
+             ? readRegularFile(file.string())
+             : readInFolder(folder, file.filename().string(), host::plist::kMaxBytes);
+}
+
+Result<DictionaryFile> readDictionaryFile(const fs::path& file, Links links,
+                                          const std::string& what) {
   auto folder = DeviceRoot::open(file.has_parent_path() ? file.parent_path() : fs::path("."),
                                  DeviceRoot::Creation::kNever);
   if (!folder) return Failure(folder.failure().error, file.string() + ": " + folder.reason());
-  auto list = dictionaryIn(readRegularFile(file.string()), what);
+  auto list = dictionaryIn(readListFile(*folder, file, links), what);
   if (!list) return Failure(list.failure().error, file.string() + ": " + list.reason());
   return DictionaryFile{*std::move(list), *std::move(folder)};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -23,10 +24,21 @@ host::files::Result<platform::PropertyList> readDictionary(const host::files::De
                                                            std::string_view path,
                                                            const std::string& what);
 
-/// The same for a file of this machine, which may be a link to anywhere; the failure's text names
-/// the file, too. The folder is the one that `file` names, whatever the link.
+/// Where a file may lie that is a link.
+enum class Links : std::uint8_t {
+  kLeadAnywhere,  ///< of a file that the user has named
+  kStayInFolder,  ///< of one in a folder that may be a stranger's
+};
+
+/// All bytes of a property list of this machine, which lies in `folder`. A failure when they are
+/// too many, and EXDEV where a link leads to where it must not.
+host::files::Result<std::string> readListFile(const host::files::DeviceRoot& folder,
+                                              const std::filesystem::path& file, Links links);
+
+/// Like readDictionary, for a file of this machine; the failure's text names the file, too. The
+/// folder is the one that `file` names, whatever the link.
 host::files::Result<DictionaryFile> readDictionaryFile(const std::filesystem::path& file,
-                                                       const std::string& what);
+                                                       Links links, const std::string& what);
 
 /// The bytes of `list`, in the form that is read fastest unless only the other one is short enough
 /// to be read.

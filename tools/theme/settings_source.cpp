@@ -72,7 +72,7 @@ class Pictures {
 }  // namespace
 
 Result<std::vector<std::string>> putSettingsOn(const DeviceRoot& device, const std::string& path) {
-  const auto file = readDictionaryFile(path, "a settings file");
+  const auto file = readDictionaryFile(path, Links::kLeadAnywhere, "a settings file");
   if (!file) return file.failure();
   Builder builder;
   Pictures pictures(file->folder, device);

@@ -48,7 +48,8 @@ Result<ThemeSource> ThemeSource::read(const std::string& path) {
   std::error_code error;
   const bool isFolder = fs::is_directory(path, error);
   auto file =
-      readDictionaryFile(isFolder ? fs::path(path) / "theme.plist" : fs::path(path), "a theme");
+      isFolder ? readDictionaryFile(fs::path(path) / "theme.plist", Links::kStayInFolder, "a theme")
+               : readDictionaryFile(path, Links::kLeadAnywhere, "a theme");
   if (!file && isFolder && file.failure().error == ENOENT) {
     return Failure(ENOENT, path + ": a theme folder has a theme.plist, this one has none");
   }

@@ -66,8 +66,7 @@ void Server::stop() {
 }
 
 void Server::wake() {
-  const std::uint64_t one = 1;
-  static_cast<void>(::write(wake_.get(), &one, sizeof one));
+  ::eventfd_write(wake_.get(), 1);
 }
 
 void Server::broadcast(std::string event) {
@@ -139,8 +138,8 @@ void Server::take(std::uint64_t number, Incoming request) {
 }
 
 void Server::readInbox() {
-  std::uint64_t count = 0;
-  static_cast<void>(::read(wake_.get(), &count, sizeof count));
+  eventfd_t count = 0;
+  ::eventfd_read(wake_.get(), &count);
   std::vector<std::pair<std::uint64_t, Answer>> answers;
   std::string events;
   {
