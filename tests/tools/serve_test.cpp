@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/wait.h>
@@ -280,21 +281,25 @@ TEST_F(Serve, AUsersPictureLiesBehindTheKeys) {
   events.version(1);
   const std::string place =
       "/settings/picture?background-style=iPhone-Standard&orientation=portrait";
+  const auto theme = [&] { return get("/theme.json").json()["looks"][0]; };
+  // A version may come by itself soon after the start: the files are as new as the program.
+  const auto behindAfter = [&](const std::function<void()>& change) {
+    const int version = theme()["version"];
+    change();
+    events.version(version + 1);
+    return behind();
+  };
   EXPECT_EQ(behind(), kBlue);
-  ASSERT_EQ(get("/theme.json").json()["looks"][0]["pictures"], nlohmann::json({"q.png", "p.png"}));
-  EXPECT_EQ(post(place + "&picture=0").json()["pictures"]["iPhone-Standard"]["Portrait"], "q.png");
-  events.version(2);
-  EXPECT_EQ(behind(), kCyan);
-  EXPECT_EQ(post(place, png(0, 255, 0)).status, 200);
-  events.version(3);
-  EXPECT_EQ(behind(), kGreen);
+  ASSERT_EQ(theme()["pictures"], nlohmann::json({"q.png", "p.png"}));
+  const auto choose = [&] {
+    EXPECT_EQ(post(place + "&picture=0").json()["pictures"]["iPhone-Standard"]["Portrait"],
+              "q.png");
+  };
+  EXPECT_EQ(behindAfter(choose), kCyan);
+  EXPECT_EQ(behindAfter([&] { EXPECT_EQ(post(place, png(0, 255, 0)).status, 200); }), kGreen);
   EXPECT_EQ(behind("&style=alert"), kBlue);
-  save("#00FF00FF");
-  events.version(4);
-  EXPECT_EQ(behind(), kGreen) << "lost by a save";
-  EXPECT_EQ(post(place + "&remove=yes").status, 200);
-  events.version(5);
-  EXPECT_EQ(behind(), kBlue);
+  EXPECT_EQ(behindAfter([&] { save("#00FF00FF"); }), kGreen) << "lost by a save";
+  EXPECT_EQ(behindAfter([&] { EXPECT_EQ(post(place + "&remove=yes").status, 200); }), kBlue);
   for (const char* const wrong : {"&picture=2", "", "&picture=0&remove=yes"}) {
     EXPECT_EQ(post(place + wrong).status, 400) << wrong;
   }

@@ -124,7 +124,8 @@ std::optional<Keyboards::End> Keyboards::wait(int channel) {
   for (std::size_t i = 0; i < all_.size(); ++i) {
     Kept& kept = all_[i];
     if (polled[kFirst + 2 * i].revents != 0 && kept.watch->takeChanges()) noteChange(kept);
-    if (polled[kFirst + 2 * i + 1].revents != 0) takeCheck(kept);
+    // A change has stopped it.
+    if (polled[kFirst + 2 * i + 1].revents != 0 && kept.checker) takeCheck(kept);
   }
   if (polled[1].revents != 0) takeRenewal();
   if (polled[0].revents == 0) return std::nullopt;
@@ -169,13 +170,23 @@ Keyboards::Start Keyboards::startHosts(const Kept& kept) {
   return start;
 }
 
+/// What is said once both have read the theme: the performer's word, or that of the one that could
+/// not. A theme may be saved between the two.
+std::optional<Message> Keyboards::hear(const Start& start) {
+  const auto isGood = [](const auto& said) { return said && said->head.value("ok", false); };
+  auto said = start.performer ? start.performer->hear(kForStart) : std::nullopt;
+  if (!isGood(said) || !start.answerer) return said;
+  auto other = start.answerer->hear(kForStart);
+  return isGood(other) ? said : other;
+}
+
 void Keyboards::startVersion(Kept& kept) {
   kept.due.reset();
   if (!kept.watch && !kept.theme.empty()) followFiles(kept, Json::array(), {});
   timespec time{};
   ::clock_gettime(CLOCK_REALTIME, &time);
   const Start start = startHosts(kept);
-  const auto said = start.performer ? start.performer->hear(kForStart) : std::nullopt;
+  const auto said = hear(start);
   const bool isGood = said && said->head.value("ok", false);
   if (kept.watch && kept.watch->takeChanges()) noteChange(kept);
   if (isGood && !kept.theme.empty() && followFiles(kept, said->head["facts"]["files"], time)) {

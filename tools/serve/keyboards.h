@@ -106,6 +106,7 @@ class Keyboards {
   void noteChange(Kept& kept);
   void startVersion(Kept& kept);
   Start startHosts(const Kept& kept);
+  static std::optional<Message> hear(const Start& start);
   void show(Kept& kept, const Start& start, const Message& ready);
   void refuse(Kept& kept, const std::optional<Message>& said);
   bool followFiles(Kept& kept, const Json& files, timespec start);
