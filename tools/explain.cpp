@@ -1,5 +1,6 @@
 #include "explain.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstddef>
 #include <cstdio>

@@ -1,5 +1,6 @@
 #include "format.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <memory>
 #include <span>

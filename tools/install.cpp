@@ -1,5 +1,6 @@
 #include "install.h"
 
+#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <vector>

@@ -1,5 +1,6 @@
 #include "keys.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <memory>
 #include <string>

@@ -1,5 +1,6 @@
 #include "names.h"
 
+#include <CLI/CLI.hpp>
 #include <cmath>
 #include <cstdio>
 #include <memory>

@@ -1,5 +1,6 @@
 #include "new.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <filesystem>
 #include <memory>

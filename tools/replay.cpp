@@ -1,5 +1,6 @@
 #include "replay.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
 #include <csignal>

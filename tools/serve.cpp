@@ -1,5 +1,6 @@
 #include "serve.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <filesystem>
 #include <memory>

@@ -1,5 +1,6 @@
 #include "uninstall.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>

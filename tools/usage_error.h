@@ -1,9 +1,10 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "cli_app.h"
 
 namespace tools {
 

@@ -1,5 +1,6 @@
 #include "watch.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cerrno>

@@ -1,5 +1,6 @@
 #include "command_line/completion.h"
 
+#include <CLI/CLI.hpp>
 #include <vector>
 
 namespace tools::command_line {

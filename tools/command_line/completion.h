@@ -1,11 +1,11 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "cli_app.h"
 #include "command_line/model.h"
 
 namespace tools::command_line {

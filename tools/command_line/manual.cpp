@@ -1,5 +1,6 @@
 #include "command_line/manual.h"
 
+#include <CLI/CLI.hpp>
 #include <string_view>
 
 #include "command_line/model.h"

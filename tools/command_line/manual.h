@@ -1,7 +1,8 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
+
+#include "cli_app.h"
 
 namespace tools::command_line {
 

@@ -1,5 +1,7 @@
 #include "command_line/model.h"
 
+#include <CLI/CLI.hpp>
+
 namespace tools::command_line {
 
 namespace {

@@ -3,12 +3,13 @@
 // The command line as data, read from its definition, for what is made from it: completions and the
 // manual. Nobody writes an option down twice.
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "cli_app.h"
 
 namespace tools::command_line {
 

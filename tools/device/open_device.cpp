@@ -1,5 +1,6 @@
 #include "device/open_device.h"
 
+#include <CLI/CLI.hpp>
 #include <cerrno>
 
 namespace tools::device {

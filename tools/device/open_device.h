@@ -1,9 +1,9 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <optional>
 
+#include "cli_app.h"
 #include "host/files/device_root.h"
 #include "host/files/result.h"
 

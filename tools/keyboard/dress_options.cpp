@@ -1,5 +1,7 @@
 #include "keyboard/dress_options.h"
 
+#include <CLI/CLI.hpp>
+
 namespace tools::keyboard {
 
 void addDressOptions(CLI::App& command, Dress& dress) {

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
-
+#include "cli_app.h"
 #include "keyboard/keyboard_process.h"
 
 namespace tools::keyboard {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "cli_app.h"
 #include "host/render/keyplane.h"
 
 namespace tools::keyboard {

@@ -1,5 +1,6 @@
 #include "sandbox/sandbox.h"
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 
 #include "sandbox/landlock.h"

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string_view>
+
+#include "cli_app.h"
 
 namespace tools::sandbox {
 
