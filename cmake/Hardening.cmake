@@ -7,9 +7,13 @@ check_pie_supported(LANGUAGES CXX)
 
 set(hardening
   -fstack-protector-strong           # a function that returns to where a buffer has overflowed ends
-  -fstack-clash-protection           # a large frame can't leap over the page that guards the stack
-  -fcf-protection=full               # x86: jumps and returns go where the compiler meant them to
-  -mbranch-protection=standard)      # ARM: the same
+  -fstack-clash-protection)          # a large frame can't leap over the page that guards the stack
+# Jumps and returns go where the compiler meant them to.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86)$")
+  list(APPEND hardening -fcf-protection=full)
+elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+  list(APPEND hardening -mbranch-protection=standard)
+endif()
 foreach(flag ${hardening})
   string(MAKE_C_IDENTIFIER "PRISMAL_HAS${flag}" known)
   check_cxx_compiler_flag(${flag} ${known})

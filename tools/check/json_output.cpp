@@ -1,6 +1,7 @@
 #include <array>
 #include <cstdio>
 #include <iterator>
+#include <nlohmann/json.hpp>
 
 #include "check/output.h"
 

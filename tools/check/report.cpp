@@ -1,5 +1,6 @@
 #include "check/report.h"
 
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "check/boards.h"
