@@ -75,7 +75,7 @@ bool mayLog() {
 
 /// `line` in the system log, unless there are too many.
 void logToSystem(const std::string& line) {
-  if (somebodyLogs() && mayLog()) syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
+  if (mayLog() && somebodyLogs()) syslog(LOG_USER | LOG_NOTICE, "%s", line.c_str());
 }
 
 }  // namespace

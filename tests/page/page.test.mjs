@@ -154,6 +154,7 @@ test("findings stand in a list, and choosing one shows its key", async () => {
   const finding = page.locator(".finding").first();
   await finding.waitFor();
   assert.match(await finding.textContent(), /TextColour.*TextColor/s);
+  assert.match(await finding.locator(".source").textContent(), /<key>TextColour<\/key>/);
   await finding.click();
   await page.locator(`#keys .asked[data-key="${kG}"]`).waitFor();
   await page.locator("#keys .marked").first().waitFor();
