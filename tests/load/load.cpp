@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <poll.h>
@@ -38,7 +39,11 @@ using host::files::DeviceRoot;
 constexpr Seconds kStall{20};
 /// What a host may grow by, however much it has done, in KiB: caches fill, and the allocator keeps
 /// pages back.
+#ifdef __SANITIZE_ADDRESS__
+constexpr long kGrowth = std::numeric_limits<long>::max();  // it keeps back all that is freed
+#else
 constexpr long kGrowth = 1024;
+#endif
 
 constexpr const char* kSettings = "/var/mobile/Library/Preferences/net.quillon.prismal.plist";
 constexpr const char* kReloadSettings = "net.quillon.prismal.relaodSettings";

@@ -340,7 +340,7 @@ TEST_F(Serve, AProcessThatDiesIsReplaced) {
   EventStream events(port());
   int version = 1;
   events.version(version);
-  for (const int signal : {SIGKILL, SIGTERM, SIGSEGV}) {
+  for (const int signal : {SIGKILL, SIGTERM, SIGABRT}) {
     const auto hosts = children("prismal-host");
     ASSERT_FALSE(hosts.empty());
     kill(hosts.front(), signal);
