@@ -1,6 +1,6 @@
 #include "install.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <memory>
 #include <string>
 #include <vector>

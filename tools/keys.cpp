@@ -1,6 +1,6 @@
 #include "keys.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <cstdio>
 #include <memory>
 #include <string>

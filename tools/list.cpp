@@ -1,6 +1,6 @@
 #include "list.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>

@@ -1,6 +1,6 @@
 #include "names.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <cmath>
 #include <cstdio>
 #include <memory>

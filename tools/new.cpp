@@ -1,6 +1,6 @@
 #include "new.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <cstdio>
 #include <filesystem>
 #include <memory>

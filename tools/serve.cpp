@@ -1,6 +1,6 @@
 #include "serve.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <cstdio>
 #include <filesystem>
 #include <memory>

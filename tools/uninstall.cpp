@@ -1,6 +1,6 @@
 #include "uninstall.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>

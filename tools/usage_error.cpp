@@ -1,6 +1,6 @@
 #include "usage_error.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <algorithm>
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #include "command_line/completion.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <vector>
 
 namespace tools::command_line {

@@ -1,6 +1,6 @@
 #include "command_line/manual.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <string_view>
 
 #include "command_line/model.h"

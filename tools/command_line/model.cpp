@@ -1,6 +1,6 @@
 #include "command_line/model.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 
 namespace tools::command_line {
 

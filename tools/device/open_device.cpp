@@ -1,6 +1,6 @@
 #include "device/open_device.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <cerrno>
 
 namespace tools::device {

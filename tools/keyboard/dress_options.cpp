@@ -1,6 +1,6 @@
 #include "keyboard/dress_options.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 
 namespace tools::keyboard {
 

@@ -1,6 +1,6 @@
 #include "sandbox/sandbox.h"
 
-#include <CLI/CLI.hpp>
+#include <CLI/App.hpp>
 #include <cstdio>
 
 #include "sandbox/landlock.h"
