@@ -13,7 +13,6 @@
 
 namespace host::plist {
 
-using platform::PropertyListEntry;
 using platform::PropertyListView;
 
 namespace {

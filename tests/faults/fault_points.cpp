@@ -343,16 +343,31 @@ INTERPOSED int open(const char* path, int flags, ...) {
   return next(path, flags, mode);
 }
 
+namespace {
+
+bool failsToOpenAt(int directory, int flags) {
+  noteFile(directory);
+  const bool isChange = (flags & (O_CREAT | O_WRONLY | O_RDWR)) != 0;
+  return isChange ? changeFailsWith(ENOSPC, "openat") : failsWith(EACCES, "openat");
+}
+
+}  // namespace
+
 INTERPOSED int openat(int directory, const char* path, int flags, ...) {
   va_list list;
   va_start(list, flags);
   const mode_t mode = va_arg(list, mode_t);
   va_end(list);
-  noteFile(directory);
-  const bool isChange = (flags & (O_CREAT | O_WRONLY | O_RDWR)) != 0;
-  if (isChange ? changeFailsWith(ENOSPC, "openat") : failsWith(EACCES, "openat")) return -1;
+  if (failsToOpenAt(directory, flags)) return -1;
   static auto* const next = real<int(int, const char*, int, ...)>("openat");
   return next(directory, path, flags, mode);
+}
+
+// What a hardened build calls where no mode is given. NOLINTNEXTLINE(bugprone-reserved-identifier)
+INTERPOSED int __openat_2(int directory, const char* path, int flags) {
+  if (failsToOpenAt(directory, flags)) return -1;
+  static auto* const next = real<int(int, const char*, int)>("__openat_2");
+  return next(directory, path, flags);
 }
 
 INTERPOSED ssize_t read(int fd, void* buffer, std::size_t size) {
