@@ -1,8 +1,12 @@
 // The whole request for a key's traits against what it can't do without: the platform's own
-// request, and the matching.
+// request, the matching, and the look-ups of the rule list and of the gradients that are set.
+
+#include <string_view>
+#include <vector>
 
 #include "contest.h"
 #include "device.h"
+#include "hooks/class_references.h"
 #include "hooks/previous_implementations.h"
 #include "host/keyboard/keyboard.h"
 #include "rows.h"
@@ -33,6 +37,11 @@ void askPlatform(benchmark::State& state) {
   }
 }
 
+auto matchingStyles() {
+  return prismal::PMGetMatchingStyles(prismal::PMGetStyles("iPhone-Standard"),
+                                      prismal::KeyIdentity(sampleKey()), kSampleControlState);
+}
+
 void matchRules(benchmark::State& state) {
   const auto rules = prismal::PMGetStyles("iPhone-Standard");
   const prismal::KeyIdentity key(sampleKey());
@@ -41,11 +50,26 @@ void matchRules(benchmark::State& state) {
   }
 }
 
+void lookUp(benchmark::State& state) {
+  std::vector<std::string_view> names;
+  for (const auto style : matchingStyles()) {
+    names.push_back(*style.objectForKey("BackgroundGradient").string());
+  }
+  while (state.KeepRunning()) {
+    benchmark::DoNotOptimize(prismal::PMGetStyles("iPhone-Standard"));
+    for (const auto name : names) {
+      benchmark::DoNotOptimize(
+          platform::UIKBGradient::gradientWithName(prismal::classes.UIKBGradient, name));
+    }
+  }
+}
+
 }  // namespace
 
 void addTraitsContest() {
   const std::string what = "traits of a key, 100 rules, 5 hold";
-  const std::size_t contest = addContest({what, "matching and the platform's own request", 1.3});
+  const std::size_t contest =
+      addContest({what, "matching, look-ups and the platform's own request", 1.3});
   const auto add = [&](const char* name, bool isFloor, void (*run)(benchmark::State&)) {
     count(contest, isFloor, what + "/" + name);
     addBenchmark(what + "/" + name, run);
@@ -53,6 +77,7 @@ void addTraitsContest() {
   add("prismal", false, askTraits);
   add("floor: platform", true, askPlatform);
   add("floor: matching", true, matchRules);
+  add("floor: look-ups", true, lookUp);
 }
 
 }  // namespace bench

@@ -16,10 +16,7 @@ namespace {
 using platform::CGColorRef;
 using platform::Retained;
 
-std::optional<NamedColors>& ownColors() {
-  static std::optional<NamedColors> colors;
-  return colors;
-}
+constinit std::optional<NamedColors> ownColors;
 
 /// The colour objects handed out so far: who asks for a colour doesn't own it.
 std::map<std::string, Retained<CGColorRef>, std::less<>>& handedOut() {
@@ -28,9 +25,9 @@ std::map<std::string, Retained<CGColorRef>, std::less<>>& handedOut() {
 }
 
 std::optional<std::array<double, 4>> systemComponents(std::string_view name) {
-  if (ownColors()) {
-    const auto found = ownColors()->find(name);
-    if (found == ownColors()->end()) return std::nullopt;
+  if (ownColors) {
+    const auto found = ownColors->find(name);
+    if (found == ownColors->end()) return std::nullopt;
     return found->second;
   }
   const auto color = boards::systemColor(name);
@@ -38,9 +35,8 @@ std::optional<std::array<double, 4>> systemComponents(std::string_view name) {
   return std::array{color->red, color->green, color->blue, color->alpha};
 }
 
-CGColorRef systemColor(std::string_view name) {
-  runtime::platformImplementationRuns("UIKBGetNamedColor");
-  if (!ownColors() && !name.starts_with(boards::kColorPrefix)) return {};
+/// Apart, and so kept: what the theme's own names come past is short.
+[[gnu::noinline]] CGColorRef handOutColor(std::string_view name) {
   auto& colors = handedOut();
   auto found = colors.find(name);
   if (found == colors.end()) {
@@ -51,19 +47,20 @@ CGColorRef systemColor(std::string_view name) {
   return found->second.get();
 }
 
-runtime::HookableFunction<CGColorRef(std::string_view)>& namedColorFunction() {
-  static auto& function = *new runtime::HookableFunction<CGColorRef(std::string_view)>(
-      "UIKBGetNamedColor", &platform::UIKBGetNamedColor, &systemColor);
-  return function;
+CGColorRef systemColor(std::string_view name) {
+  runtime::platformImplementationRuns("UIKBGetNamedColor");
+  if (!ownColors && !name.starts_with(boards::kColorPrefix)) return {};
+  return handOutColor(name);
 }
 
-// Hooks look the function up before anybody calls it.
-[[maybe_unused]] const auto& registered = namedColorFunction();
+// Not made by the first call: hooks look the function up before anybody calls it.
+runtime::HookableFunction<CGColorRef(std::string_view)> namedColorFunction(
+    "UIKBGetNamedColor", &platform::UIKBGetNamedColor, &systemColor);
 
 }  // namespace
 
 void setSystemColors(std::optional<NamedColors> colors) {
-  ownColors() = std::move(colors);
+  ownColors = std::move(colors);
   handedOut().clear();
 }
 
@@ -72,7 +69,7 @@ void setSystemColors(std::optional<NamedColors> colors) {
 namespace platform {
 
 CGColorRef UIKBGetNamedColor(std::string_view name) {
-  return host::keyboard::namedColorFunction()(name);
+  return host::keyboard::namedColorFunction(name);
 }
 
 CGColorSpaceRef UIKBColorSpace() {

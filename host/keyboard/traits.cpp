@@ -20,16 +20,32 @@ objc_class* rootEffectClass() {
   return runtime::defineClass("UIKBRenderEffect");
 }
 
+// Looked up once: every key that is drawn has several objects of these.
+
+objc_class* textStyleClass() {
+  static objc_class* const cls = runtime::defineClass("UIKBTextStyle");
+  return cls;
+}
+
+objc_class* arrayClass(bool canChange) {
+  static objc_class* const classes[] = {runtime::defineClass("NSArray"),
+                                        runtime::defineClass("NSMutableArray")};
+  return classes[canChange ? 1 : 0];
+}
+
+objc_class* traitsClass() {
+  static objc_class* const cls = runtime::defineClass("UIKBRenderTraits");
+  return cls;
+}
+
 }  // namespace
 
-TextStyleObject::TextStyleObject() : objc_object(runtime::defineClass("UIKBTextStyle")) {}
+TextStyleObject::TextStyleObject() : objc_object(textStyleClass()) {}
 
 ArrayObject::ArrayObject(std::vector<platform::Retained<platform::Object>> elements, bool canChange)
-    : objc_object(runtime::defineClass(canChange ? "NSMutableArray" : "NSArray")),
-      objects(std::move(elements)),
-      isMutable(canChange) {}
+    : objc_object(arrayClass(canChange)), objects(std::move(elements)), isMutable(canChange) {}
 
-TraitsObject::TraitsObject() : objc_object(runtime::defineClass("UIKBRenderTraits")) {}
+TraitsObject::TraitsObject() : objc_object(traitsClass()) {}
 
 objc_class* effectClass(std::string_view name) {
   const auto found = effectClasses().find(name);

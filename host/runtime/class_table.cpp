@@ -8,8 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "host/runtime/trace.h"
-
 namespace host::runtime {
 
 namespace {
@@ -87,8 +85,17 @@ void setKeyValueObserver(std::function<void(platform::Object, std::string_view)>
   table().keyValueObserver = std::move(observer);
 }
 
-void keyValueAccess(platform::Object object, std::string_view key) {
-  if (recording() && table().keyValueObserver) table().keyValueObserver(object, key);
+void tellKeyValueObserver(platform::Object object, std::string_view key) {
+  if (table().keyValueObserver) table().keyValueObserver(object, key);
+}
+
+const objc_ivar* findVariable(const objc_class* cls, std::string_view name) {
+  for (; cls; cls = cls->superclass) {
+    for (const objc_ivar& variable : cls->variables) {
+      if (variable.name == name) return &variable;
+    }
+  }
+  return nullptr;
 }
 
 std::string methodName(const objc_class* cls, platform::SEL selector) {
@@ -120,12 +127,7 @@ SEL sel_registerName(std::string_view name) {
 }
 
 Ivar class_getInstanceVariable(Class cls, std::string_view name) {
-  for (auto* c = host::runtime::as<const objc_class>(cls); c; c = c->superclass) {
-    for (const objc_ivar& variable : c->variables) {
-      if (variable.name == name) return Ivar(&variable);
-    }
-  }
-  return {};
+  return Ivar(host::runtime::findVariable(host::runtime::as<const objc_class>(cls), name));
 }
 
 std::ptrdiff_t ivar_getOffset(Ivar variable) {

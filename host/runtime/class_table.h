@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "host/runtime/object.h"
+#include "host/runtime/trace.h"
 
 // The host's classes by name, their methods and instance variables. Main thread only.
 
@@ -44,7 +45,13 @@ Result send(Receiver receiver, platform::SEL selector, Arguments... arguments) {
 
 /// Told of every key-value access before it is answered, while events are recorded.
 void setKeyValueObserver(std::function<void(platform::Object, std::string_view)> observer);
-void keyValueAccess(platform::Object object, std::string_view key);
+void tellKeyValueObserver(platform::Object object, std::string_view key);
+inline void keyValueAccess(platform::Object object, std::string_view key) {
+  if (recording()) tellKeyValueObserver(object, key);
+}
+
+/// The variable of that name in `cls`, which may be null, or a class it derives from; or null.
+const objc_ivar* findVariable(const objc_class* cls, std::string_view name);
 
 /// How people write a method: "-[Class selector]", of a metaclass "+[Class selector]".
 std::string methodName(const objc_class* cls, platform::SEL selector);

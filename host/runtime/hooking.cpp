@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "host/runtime/class_table.h"
-#include "host/runtime/trace.h"
 
 namespace host::runtime {
 
@@ -38,8 +37,8 @@ void registerHookableFunction(std::string_view name, platform::IMP symbol,
   functions().push_back({std::string(name), symbol, implementation});
 }
 
-void platformImplementationRuns(std::string_view name) {
-  if (recording() && std::ranges::find(hookedNames(), name) != hookedNames().end()) {
+void recordIfHooked(std::string_view name) {
+  if (std::ranges::find(hookedNames(), name) != hookedNames().end()) {
     record(Event::Kind::kPrevious, name);
   }
 }

@@ -5,6 +5,7 @@
 #include <type_traits>
 
 #include "host/runtime/object.h"
+#include "host/runtime/trace.h"
 
 // The hooking engine: what stands in a method table or behind a C function can be swapped.
 
@@ -15,9 +16,14 @@ namespace host::runtime {
 void registerHookableFunction(std::string_view name, platform::IMP symbol,
                               platform::IMP* implementation);
 
+/// Notes that the platform's own code of that name runs, once that is hooked.
+void recordIfHooked(std::string_view name);
+
 /// The platform's own code of a hookable function or method calls this first: once the function or
 /// method is hooked, that it runs is noted.
-void platformImplementationRuns(std::string_view name);
+inline void platformImplementationRuns(std::string_view name) {
+  if (recording()) recordIfHooked(name);
+}
 
 /// A C function whose implementation can be swapped: the exported function calls this object.
 template <class Signature>

@@ -29,10 +29,9 @@ bool Object::respondsToSelector(SEL selector) const {
 Object Object::valueForKey(std::string_view key) const {
   if (!object_) return {};
   host::runtime::keyValueAccess(*this, key);
-  const Ivar variable = class_getInstanceVariable(Class(object_->isa), key);
-  if (!variable || variable.get()->kind != objc_ivar::Kind::kObject) return {};
-  const auto* const address =
-      reinterpret_cast<const std::byte*>(object_) + ivar_getOffset(variable);
+  const objc_ivar* const variable = host::runtime::findVariable(object_->isa, key);
+  if (!variable || variable->kind != objc_ivar::Kind::kObject) return {};
+  const auto* const address = reinterpret_cast<const std::byte*>(object_) + variable->offset;
   return Object(*reinterpret_cast<objc_object* const*>(address));
 }
 

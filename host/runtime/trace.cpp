@@ -6,35 +6,25 @@ namespace host::runtime {
 
 namespace {
 
-struct Recorder {
-  Recording recording = Recording::kOff;
-  std::vector<Event> events;
-};
-
-Recorder& recorder() {
-  static Recorder events;
+std::vector<Event>& recorded() {
+  static std::vector<Event> events;
   return events;
 }
 
 }  // namespace
 
 void record(Event::Kind kind, std::string_view text) {
-  const Recording recording = recorder().recording;
-  if (recording == Recording::kOff) return;
-  if (kind == Event::Kind::kLog && recording == Recording::kAllButLog) return;
-  recorder().events.push_back({kind, std::string(text)});
+  if (!recording()) return;
+  if (kind == Event::Kind::kLog && recordingNow == Recording::kAllButLog) return;
+  recorded().push_back({kind, std::string(text)});
 }
 
 void startRecording(Recording recording) {
-  recorder().recording = recording;
-}
-
-bool recording() {
-  return recorder().recording != Recording::kOff;
+  recordingNow = recording;
 }
 
 std::vector<Event> takeEvents() {
-  return std::exchange(recorder().events, {});
+  return std::exchange(recorded(), {});
 }
 
 }  // namespace host::runtime

@@ -7,7 +7,7 @@ namespace prismal {
 BackgroundKey fullBackgroundKey(std::string_view orientation, std::string_view visualStyle,
                                 std::uint64_t index, std::uint64_t variant) {
   BackgroundKey key;
-  key << orientation << ';' << visualStyle << ';' << index << ';' << variant;
+  key.append(orientation, ';', visualStyle, ';', index, ';', variant);
   return key;
 }
 
@@ -16,12 +16,12 @@ BackgroundKeys::BackgroundKeys(std::string_view orientation, std::string_view vi
                                std::uint64_t variant) {
   for (const std::uint64_t fallback : VariantFallbacks(variant)) {
     keys_[full_++] = fallback == variant
-                         ? BackgroundKey() << fullKey
+                         ? BackgroundKey().append(fullKey)
                          : fullBackgroundKey(orientation, visualStyle, index, fallback);
   }
-  keys_[full_] << orientation << ';' << visualStyle << ';' << index;
-  keys_[full_ + 1] << orientation << ';' << visualStyle;
-  keys_[full_ + 2] << orientation;
+  keys_[full_].append(orientation, ';', visualStyle, ';', index);
+  keys_[full_ + 1].append(orientation, ';', visualStyle);
+  keys_[full_ + 2].append(orientation);
 }
 
 }  // namespace prismal

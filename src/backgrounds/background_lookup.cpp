@@ -30,6 +30,12 @@ ImageTable& fullNameCache() {
   return *_fullNameCache;
 }
 
+/// The answer that has been given under a full key; null when none has. Apart, for the hash wants
+/// all registers.
+[[gnu::noinline]] const Retained<UIImage>* knownAnswer(std::string_view fullKey) {
+  return fullNameCache().find(fullKey);
+}
+
 enum class Miss { kForget, kRemember };
 
 /// The image under a key that several full keys share, decoded once for all of them.
@@ -48,10 +54,9 @@ UIImage PMGetKeyboardBackgroundImage(platform::UIKBTree keyplane, std::string_vi
   const std::uint64_t variant = PMGetLayoutVariant(keyplane);
   const auto number = static_cast<std::uint64_t>(index);
   const BackgroundKey fullKey = fullBackgroundKey(orientation, visualStyle, number, variant);
-  ImageTable& answers = fullNameCache();
-  if (const auto* const known = answers.find(fullKey.view())) return known->get();
+  if (const auto* const known = knownAnswer(fullKey.view())) return known->get();
   auto image = _PMGetBackgroundImage(orientation, visualStyle, fullKey.view(), number, variant);
-  return answers.insert(fullKey.view(), std::move(image)).get();
+  return fullNameCache().insert(fullKey.view(), std::move(image)).get();
 }
 
 Retained<UIImage> _PMGetBackgroundImage(std::string_view orientation, std::string_view visualStyle,

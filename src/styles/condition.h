@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -32,13 +31,7 @@ struct FailedTerm {
 std::optional<FailedTerm> PMStyleConditionFailure(std::string_view condition,
                                                   const KeyIdentity& key, int controlState);
 
-/// Where in `condition` that term begins; npos when the condition holds.
-std::size_t PMStyleConditionFailingTerm(std::string_view condition, const KeyIdentity& key,
-                                        int controlState);
-
-inline bool PMStyleConditionMatches(std::string_view condition, const KeyIdentity& key,
-                                    int controlState) {
-  return PMStyleConditionFailingTerm(condition, key, controlState) == std::string_view::npos;
-}
+/// Whether all terms hold.
+bool PMStyleConditionMatches(std::string_view condition, const KeyIdentity& key, int controlState);
 
 }  // namespace prismal

@@ -1,7 +1,5 @@
 #include "styles/key_identity.h"
 
-#include <cstdint>
-
 #include "support/characters.h"
 
 namespace prismal {
@@ -15,8 +13,8 @@ constexpr std::size_t kDisplayTypePrefix = 18;
 KeyIdentity::KeyIdentity(const Values& values)
     : name_(values.name),
       displayType_(withoutFirstCharacters(values.displayTypeName, kDisplayTypePrefix)) {
-  displayTypeHint_ << std::int64_t{values.displayTypeHint};
-  row_ << "Row" << std::int64_t{values.displayRowHint};
+  displayTypeHint_.append(values.displayTypeHint);
+  row_.append(std::string_view("Row"), values.displayRowHint);
 }
 
 KeyIdentity::KeyIdentity(platform::UIKBTree key)

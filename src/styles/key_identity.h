@@ -22,7 +22,7 @@ class KeyIdentity {
   explicit KeyIdentity(const Values& values);
   explicit KeyIdentity(platform::UIKBTree key);
 
-  std::optional<std::string_view> name() const { return name_; }
+  const std::optional<std::string_view>& name() const { return name_; }
   /// Without the prefix; empty when the platform's name is no longer than that.
   std::string_view displayType() const { return displayType_; }
   std::string_view displayTypeHint() const { return displayTypeHint_.view(); }

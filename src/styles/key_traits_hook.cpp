@@ -1,7 +1,8 @@
 #include "styles/key_traits_hook.h"
 
+#include <array>
 #include <cstddef>
-#include <vector>
+#include <span>
 
 #include "hooks/class_references.h"
 #include "hooks/previous_implementations.h"
@@ -22,15 +23,28 @@ using platform::UIKBTree;
 
 namespace {
 
+/// More than any key of the system has.
+using Edges = std::array<Object, 8>;
+
+/// Puts the first edge effects into `edges`, as many as there is room for; how many.
+std::size_t findEdgeEffects(NSArray effects, Edges& edges) {
+  std::size_t found = 0;
+  for (std::size_t i = 0, count = effects.count(); i < count && found < edges.size(); ++i) {
+    const Object effect = effects.objectAtIndex(i);
+    if (effect.isKindOfClass(classes.UIKBEdgeEffect)) edges[found++] = effect;
+  }
+  return found;
+}
+
 /// Themed keys have no edge below them, whatever the theme says of them.
 void removeEdgeEffects(NSArray effects) {
   if (!effects.isMutable()) return;
-  std::vector<Object> edges;
-  for (std::size_t i = 0; i < effects.count(); ++i) {
-    const Object effect = effects.objectAtIndex(i);
-    if (effect.isKindOfClass(classes.UIKBEdgeEffect)) edges.push_back(effect);
-  }
-  effects.removeObjectsInArray(edges);
+  Edges edges;
+  std::size_t found = 0;
+  do {  // again while the room was used up
+    found = findEdgeEffects(effects, edges);
+    effects.removeObjectsInArray(std::span(edges).first(found));
+  } while (found == edges.size());
 }
 
 void applyTheme(UIKBRenderTraits traits, UIKBTree key, UIKBTree keyplane) {

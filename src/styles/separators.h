@@ -63,44 +63,55 @@ class Separators {
  public:
   explicit Separators(std::string_view text) : text_(text) {}
 
-  /// The next one; behind the last the end of the text. What lies before `place`, in which there
-  /// is none that has not been taken, is not looked at.
+  /// The next one; behind the last the end of the text, once. What lies before `place`, in which
+  /// there is none that has not been taken, is not looked at.
   std::size_t next(std::size_t place) {
-    for (; bits_ == 0; place = blockEnd_) {
-      if (place < blockEnd_) place = blockEnd_;
-      if (place >= text_.size()) return text_.size();
-      look(place);
-    }
+    if (bits_ == 0) look(place);
     const auto bit = static_cast<std::size_t>(std::countr_zero(bits_));
     bits_ &= bits_ - 1;
-    return blockStart_ + bit;
+    return start_ + bit;
   }
+
+  /// Lets the next one be the first behind whatever place is named then.
+  void forget() { bits_ = 0; }
 
  private:
   static constexpr std::size_t kBlock = CharacterBlock::kSize;
 
-  /// Finds those in the block that begins at `place`, or in what is left.
+  /// Finds those of the first window behind `place` that has one. The end of the text is one.
   void look(std::size_t place) {
-    const char* const text = text_.data();
-    blockStart_ = place;
-    blockEnd_ = place + kBlock;
-    if (blockEnd_ <= text_.size()) {
-      bits_ = CharacterBlock::separators(text + place);
-    } else if (text_.size() >= kBlock) {
-      // The text's last block, without what lies before `place` in it.
-      bits_ =
-          CharacterBlock::separators(text + text_.size() - kBlock) >> (blockEnd_ - text_.size());
-    } else {
-      for (std::size_t i = place; i < text_.size(); ++i) {
-        bits_ |= std::uint32_t{text[i] == ',' || text[i] == ';'} << (i - place);
-      }
+    for (start_ = place; text_.size() - start_ > 2 * kBlock; start_ += 2 * kBlock) {
+      bits_ = separatorsOfTwo(start_, start_ + kBlock);
+      if (bits_ != 0) return;
     }
+    const std::size_t left = text_.size() - start_;
+    bits_ = separatorsOfRest(left) | std::uint64_t{1} << left;
+  }
+
+  /// Those of a block at the start of the window and of another, which may overlap it.
+  std::uint64_t separatorsOfTwo(std::size_t first, std::size_t second) const {
+    return separatorsAt(first) | separatorsAt(second) << (second - first);
+  }
+
+  std::uint64_t separatorsOfRest(std::size_t left) const {
+    if (left > kBlock) return separatorsOfTwo(start_, text_.size() - kBlock);
+    // The text's last block, without what lies before the window in it.
+    if (text_.size() >= kBlock) return separatorsAt(text_.size() - kBlock) >> (kBlock - left);
+    std::uint64_t bits = 0;
+    for (std::size_t i = 0; i < left; ++i) {
+      const char c = text_[start_ + i];
+      bits |= std::uint64_t{c == ',' || c == ';'} << i;
+    }
+    return bits;
+  }
+
+  std::uint64_t separatorsAt(std::size_t place) const {
+    return CharacterBlock::separators(text_.data() + place);
   }
 
   std::string_view text_;
-  std::uint32_t bits_ = 0;  // those of the block that have not been taken
-  std::size_t blockStart_ = 0;
-  std::size_t blockEnd_ = 0;
+  std::uint64_t bits_ = 0;  // those of the window that have not been taken
+  std::size_t start_ = 0;   // of the window
 };
 
 }  // namespace prismal

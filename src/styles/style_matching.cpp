@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "platform/foundation.h"
+#include "styles/condition_walk.h"
 
 namespace prismal {
 
@@ -45,11 +46,11 @@ RuleVerdict PMJudgeRule(PropertyListView rule, const KeyIdentity& key, int contr
 
 namespace {
 
-void addIfItHolds(std::vector<PropertyListView>& styles, PropertyListView rule,
-                  const KeyIdentity& key, int controlState) {
+[[gnu::flatten]] void addIfItHolds(std::vector<PropertyListView>& styles, PropertyListView rule,
+                                   const KeyIdentity& key, int controlState) {
   const auto condition = conditionOf(rule);
   if (!condition) return NSLog(complaintAbout(rule));
-  if (!PMStyleConditionMatches(*condition, key, controlState)) return;
+  if (!ConditionWalk(*condition).holds(key, controlState)) return;
   const RuleVerdict verdict = verdictOn(rule);
   if (!verdict.style) return NSLog(verdict.message);
   // Few rules of a list hold for one key: mostly this is the only memory that is asked for.

@@ -53,7 +53,7 @@ void setFontName(UIKBRenderTraits traits, PropertyListView value) {
 
 enum class ValueType { kString, kNumber, kTrue };
 
-bool hasType(PropertyListView value, ValueType type) {
+inline bool hasType(PropertyListView value, ValueType type) {
   switch (type) {
     case ValueType::kString:
       return value.isString();
@@ -93,7 +93,9 @@ PropertyListView valueUnder(std::string_view key, PropertyListView style,
   constexpr std::size_t kFew = 8;
   if (entries.size() > kFew) return style.objectForKey(key);
   for (const auto& entry : entries) {
-    if (entry.key == key) return entry.value;
+    if (entry.key.size() == key.size() && entry.key.front() == key.front() && entry.key == key) {
+      return entry.value;
+    }
   }
   return {};
 }
@@ -108,7 +110,7 @@ void forEachSetting(PropertyListView style, Visit visit) {
   for (const StyleProperty& property : kStyleProperties) {
     if (remaining == 0) return;
     const PropertyListView value = valueUnder(property.key, style, entries);
-    if (!hasType(value, property.type)) continue;
+    if (!value || !hasType(value, property.type)) continue;
     visit(property, value);
     --remaining;
   }

@@ -31,7 +31,12 @@ constexpr std::size_t unitsOf(char32_t codePoint) {
 
 /// `text` without its first `count` characters; empty when it has no more.
 constexpr std::string_view withoutFirstCharacters(std::string_view text, std::size_t count) {
-  for (std::size_t dropped = 0; dropped < count && !text.empty();) {
+  // The names of a system are of one byte a character.
+  std::size_t dropped = 0;
+  const auto isOneByte = [&] { return static_cast<unsigned char>(text[dropped]) < 0x80; };
+  while (dropped < count && dropped < text.size() && isOneByte()) ++dropped;
+  text.remove_prefix(dropped);
+  while (dropped < count && !text.empty()) {
     const Character first = firstCharacter(text);
     text.remove_prefix(first.length);
     dropped += unitsOf(first.codePoint);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -13,31 +14,49 @@ namespace prismal {
 template <std::size_t kCapacity>
 class FixedText {
  public:
-  FixedText& operator<<(std::string_view text) {
-    const std::size_t length = std::min(text.size(), kCapacity - size_);
-    std::copy_n(text.data(), length, characters_.data() + size_);
-    size_ += length;
+  /// Appends texts, single characters and, in decimal, integers of 64 bits. All of them at once,
+  /// for the length is then counted in a register: characters in memory could be its bytes.
+  template <class... Parts>
+  FixedText& append(const Parts&... parts) {
+    std::size_t size = size_;
+    ((size = put(size, parts)), ...);
+    size_ = size;
     return *this;
   }
-  FixedText& operator<<(char c) {
-    if (size_ < kCapacity) characters_[size_++] = c;
-    return *this;
-  }
-  /// Appends a number in decimal.
-  FixedText& operator<<(std::int64_t number) { return appendNumber(number); }
-  FixedText& operator<<(std::uint64_t number) { return appendNumber(number); }
 
   std::string_view view() const { return {characters_.data(), size_}; }
 
  private:
-  template <class Number>
-  FixedText& appendNumber(Number number) {
+  // Each writes one part behind `size` characters and answers how many there are then.
+
+  std::size_t put(std::size_t size, char c) {
+    if (size < kCapacity) characters_[size++] = c;
+    return size;
+  }
+  std::size_t put(std::size_t size, std::string_view text) {
+    const std::size_t length = std::min(text.size(), kCapacity - size);
+    copy(text.data(), length, characters_.data() + size);
+    return size + length;
+  }
+  template <std::integral Number>
+  std::size_t put(std::size_t size, Number number) {
     // What most numbers here are.
-    if (number >= 0 && number < 10) return *this << static_cast<char>('0' + number);
+    if (number >= 0 && number < 10) return put(size, static_cast<char>('0' + number));
     char* const end = characters_.data() + kCapacity;
-    const auto [next, error] = std::to_chars(characters_.data() + size_, end, number);
-    if (error == std::errc()) size_ = static_cast<std::size_t>(next - characters_.data());
-    return *this;
+    const auto [next, error] = std::to_chars(characters_.data() + size, end, number);
+    return error == std::errc() ? static_cast<std::size_t>(next - characters_.data()) : size;
+  }
+
+  /// Most texts here are of one or two words, which may overlap. What the compiler makes of a copy
+  /// that it knows to be short takes as long to start as all the rest of a key.
+  static void copy(const char* from, std::size_t length, char* to) {
+    constexpr std::size_t kWord = sizeof(std::uint64_t);
+    if (length < kWord || length > 2 * kWord) {
+      std::copy_n(from, length, to);
+      return;
+    }
+    std::copy_n(from, kWord, to);
+    std::copy_n(from + length - kWord, kWord, to + length - kWord);
   }
 
   std::array<char, kCapacity> characters_;

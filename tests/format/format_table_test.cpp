@@ -76,7 +76,8 @@ TEST(FormatTable, HasTheKeysAndTermsThatTheLibraryReads) {
                               R"re(settings->objectForKey\("(\w+)"\))re");
   EXPECT_EQ(asSet(settings), namesOf(kSettings));
 
-  EXPECT_EQ(asSet(found(textOf("src/styles/condition.cpp"), R"re(\{"(\w+)=", ConditionSubject)re")),
+  EXPECT_EQ(asSet(found(textOf("src/styles/condition_walk.h"),
+                        R"re(ifNamed\("(\w+)=", ConditionSubject)re")),
             namesOf(kConditionTerms));
 }
 
