@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <regex>
 #include <string>
 #include <string_view>
 
@@ -221,12 +222,14 @@ TEST(XmlReader, KnowsWhereValuesStand) {
 
 TEST(XmlReader, CountsLinesHoweverTheyEnd) {
   for (const std::string end : {"\n", "\r", "\r\n"}) {
-    const Reading reading = readXml("<array>" + end + end + "<string>a" + end + "b</string>" + end +
-                                    " <true/></array>");
+    const auto withEnds = [&](const std::string& text) {
+      return std::regex_replace(text, std::regex("\n"), end);
+    };
+    const Reading reading = readXml(withEnds("<array>\n\n<string>a\nb</string>\n <true/></array>"));
     ASSERT_TRUE(reading) << reading.reason;
     EXPECT_EQ(positionOf(reading.list.items()[0]), (Position{3, 1}));
     EXPECT_EQ(positionOf(reading.list.items()[1]), (Position{5, 2}));
-    EXPECT_EQ(readXml("<array>" + end + "<dict>" + end + "</array>").reason,
+    EXPECT_EQ(readXml(withEnds("<array>\n<dict>\n</array>")).reason,
               "line 3, column 3: mismatched tag; the <dict> of line 2 is still open");
   }
 }

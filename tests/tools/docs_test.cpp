@@ -12,7 +12,7 @@ namespace {
 class Docs : public Command {
  protected:
   std::string page(const std::string& name) const {
-    const std::string text = read(std::filesystem::path(PRISMAL_DOCS) / name);
+    std::string text = read(std::filesystem::path(PRISMAL_DOCS) / name);
     EXPECT_FALSE(text.empty()) << name;
     return text;
   }

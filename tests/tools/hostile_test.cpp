@@ -297,7 +297,7 @@ void makeSocket(const fs::path& path) {
   std::strcpy(address.sun_path, "socket");
   const fs::path before = fs::current_path();
   fs::current_path(path.parent_path());
-  ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  EXPECT_EQ(::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
   fs::current_path(before);
   ::close(descriptor);
   fs::rename(path.parent_path() / "socket", path);

@@ -325,7 +325,7 @@ TEST_F(Install, WhatNoListNamesIsClearedAndNothingElse) {
     SCOPED_TRACE(c.what);
     fs::remove_all(folder() / kDevice);
     const Names all = {"Pictures/mine", "Pictures/other", "Themes/byHand", "Themes/other"};
-    for (const std::string& each : all) write(kDevice + own + each + "/p.png", "x");
+    for (const std::string& each : all) write((kDevice + own).append(each).append("/p.png"), "x");
     write(kDevice + std::string(c.path), c.list);
     prismal("uninstall None");
     Names stayed;

@@ -62,7 +62,8 @@ class Connection {
     answer.head = readTo("\r\n\r\n");
     constexpr std::size_t kBeforeStatus = 9;
     if (answer.head.size() > kBeforeStatus) {
-      answer.status = std::atoi(answer.head.c_str() + kBeforeStatus);
+      answer.status =
+          static_cast<int>(std::strtol(answer.head.c_str() + kBeforeStatus, nullptr, 10));
     }
     const auto said = answer.head.find("Content-Length: ");
     if (said == answer.head.npos) return answer;

@@ -60,6 +60,7 @@ class Serve : public DeviceCommand {
       std::vector<std::string> arguments = {PRISMAL, "serve", "T.theme", "--port", "0"};
       arguments.insert(arguments.end(), more.begin(), more.end());
       std::vector<char*> pointers;
+      pointers.reserve(arguments.size() + 1);
       for (std::string& argument : arguments) pointers.push_back(argument.data());
       pointers.push_back(nullptr);
       ::execv(PRISMAL, pointers.data());
@@ -71,7 +72,7 @@ class Serve : public DeviceCommand {
     ::close(ends[0]);
     constexpr std::string_view kStart = "http://127.0.0.1:";
     ASSERT_TRUE(address.starts_with(kStart) && address.ends_with("/")) << address;
-    port_ = static_cast<std::uint16_t>(std::atoi(address.c_str() + kStart.size()));
+    port_ = static_cast<std::uint16_t>(std::strtoul(address.c_str() + kStart.size(), nullptr, 10));
   }
   /// The exit status; -1 of one that died.
   int end(int signal) {
@@ -140,12 +141,13 @@ TEST_F(Serve, DrawsAsRenderDoes) {
       if (const auto at = line.find(from); at != line.npos) line.replace(at, from.size(), to);
     }
     std::string words;
-    for (const char c : line) words += c == '&' ? " " : std::string(1, c);
+    std::ranges::replace_copy(line, std::back_inserter(words), '&', ' ');
     for (auto at = words.find(' '); at != words.npos; at = words.find(' ', at + 1)) {
       if (at + 1 < words.size() && words[at + 1] != '-') words.insert(at + 1, "--");
     }
     const std::string theme = line.find("--system") == line.npos ? " T.theme" : "";
-    ASSERT_EQ(prismal("render" + theme + words + " --quiet -o drawn.png").status, 0) << words;
+    const std::string command = ("render" + theme).append(words).append(" --quiet -o drawn.png");
+    ASSERT_EQ(prismal(command).status, 0) << command;
     EXPECT_EQ(get("/picture.png?" + options).body, read("drawn.png")) << options;
   }
 }
@@ -472,7 +474,7 @@ TEST_F(Serve, SurvivesWhatIsNoRequest) {
       "GET / HTTP/1.1\r\n" + ours + std::string(20000, '\n') + "\r\n\r\n",
       "GET /picture.png?" + std::string(2000, '&') + " HTTP/1.1\r\n" + ours + "\r\n",
       "GET /picture.png?" + std::string(500, '%') + " HTTP/1.1\r\n" + ours + "\r\n",
-      "\x16\x03\x01\x02\x00\x01\x00\x01\xfc\x03\x03",  // a TLS client
+      std::string("\x16\x03\x01\x02\0\x01\0\x01\xfc\x03\x03", 11),  // a TLS client
   };
   EXPECT_EQ(key(), kRed);
   const auto servers = children("prismal-server");

@@ -25,7 +25,6 @@ namespace tools::check {
 namespace fs = std::filesystem;
 using host::files::DeviceRoot;
 using platform::PropertyListEntry;
-using platform::PropertyListView;
 
 namespace {
 

@@ -16,7 +16,6 @@
 namespace tools::explain {
 
 namespace render = host::render;
-using host::files::Failure;
 using host::files::Result;
 using host::runtime::as;
 using keyboard::View;
