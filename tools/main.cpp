@@ -47,7 +47,7 @@ void refuseEmptyValues(CLI::App& app) {
 std::vector<std::string> argumentsOf(int argc, char** argv) {
   std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
   if (!arguments.empty() && arguments.front() == "help") {
-    std::ranges::rotate(arguments, arguments.begin() + 1);
+    std::rotate(arguments.begin(), arguments.begin() + 1, arguments.end());
     arguments.back() = "--help";
   }
   return arguments;
