@@ -189,6 +189,8 @@ TEST_F(Hostile, WhatIsWithinTheBoundsIsDrawn) {
   };
   const Case cases[] = {
       {"a condition of a megabyte", inRules(ruleOf("KeyName=" + repeated("a,", 500'000)))},
+      {"10,000 terms that hold for no key",
+       inRules(ruleOf(repeated("Row=Row1;", 10'000) + "Row=Row2"))},
       {"a megabyte of terms", inRules(ruleOf(repeated("Row=Row1,Row2,Row3,Row4;", 40'000)))},
       {"50,000 rules", inRules(repeated(ruleOf("KeyName=q"), 50'000))},
       {"50,000 rules that are none", inRules(repeated("<true/>", 50'000))},

@@ -65,8 +65,11 @@ std::set<std::int32_t> overriding(const Use& use, std::span<const KeyCase> cases
   return rules;
 }
 
-/// The conditions that come of `condition` when one of its terms is left out.
+/// The conditions that come of `condition` when one of its terms is left out; none when it has more
+/// terms than anybody writes, of each of which a copy would be made.
 std::vector<std::string> withoutOneTerm(std::string_view condition) {
+  constexpr std::ptrdiff_t kMostTerms = 16;
+  if (std::ranges::count(condition, ';') >= kMostTerms) return {};
   std::vector<std::string> conditions;
   for (std::size_t start = 0; start <= condition.size();) {
     const auto end = std::min(condition.find(';', start), condition.size());
