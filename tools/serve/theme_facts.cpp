@@ -1,7 +1,5 @@
 #include "serve/theme_facts.h"
 
-#include <algorithm>
-
 #include "theme/theme_source.h"
 #include "watch/theme_files.h"
 
@@ -15,19 +13,6 @@ Json stylesOf(const theme::ThemeSource& source) {
     styles.push_back({{"name", name}, {"rules", rules.items().size()}});
   }
   return styles;
-}
-
-/// Each once, and only those that lie in the theme's folder.
-Json picturesOf(const theme::ThemeSource& source) {
-  Json pictures = Json::array();
-  for (const auto& [key, value] : source.list().objectForKey("BackgroundImages").entries()) {
-    const auto written = value.string().value_or("");
-    const auto path = theme::isDevicePath(written) ? std::nullopt : theme::pathInFolder(written);
-    if (path && std::ranges::find(pictures, Json(*path)) == pictures.end()) {
-      pictures.push_back(*path);
-    }
-  }
-  return pictures;
 }
 
 }  // namespace
@@ -47,7 +32,7 @@ Json factsOf(const std::string& path) {
   }
   if (source) {
     facts["styles"] = stylesOf(*source);
-    facts["pictures"] = picturesOf(*source);
+    facts["pictures"] = source->pictures();
   }
   return facts;
 }

@@ -5,12 +5,14 @@
 #include <filesystem>
 #include <iterator>
 #include <optional>
+#include <set>
 #include <system_error>
 
 #include "device/places.h"
 #include "host/plist/description.h"
 #include "theme/complaints.h"
 #include "theme/device_paths.h"
+#include "theme/limits.h"
 #include "theme/picture_copies.h"
 
 namespace tools::theme {
@@ -77,6 +79,18 @@ std::string ThemeSource::complaint(std::string_view key, std::string_view writte
                                    const std::string& reason) const {
   return name_ + ": " + kImages + ": " + inOneLine(key, kMaxToldName) + ": " +
          inOneLine(written, kMaxToldName) + ": " + reason;
+}
+
+std::vector<std::string> ThemeSource::pictures() const {
+  std::vector<std::string> pictures;
+  std::set<std::string> known;
+  for (const auto& [key, value] : list().objectForKey(kImages).entries()) {
+    if (pictures.size() == kMaxPictures) break;
+    const std::string_view written = value.string().value_or("");
+    const auto path = isDevicePath(written) ? std::nullopt : pathInFolder(written);
+    if (path && known.insert(*path).second) pictures.push_back(*path);
+  }
+  return pictures;
 }
 
 std::vector<std::string> ThemeSource::foreignPictures() const {

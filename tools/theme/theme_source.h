@@ -40,6 +40,10 @@ class ThemeSource {
   /// already is missing there, too.
   host::files::Result<std::vector<std::string>> putOn(const host::files::DeviceRoot& device) const;
 
+  /// The pictures in the folder that the theme names, as they lie there, each once and in the order
+  /// of the list; of more than kMaxPictures, those that go with a theme, the first.
+  std::vector<std::string> pictures() const;
+
  private:
   ThemeSource(DictionaryFile file, std::string name)
       : file_(std::move(file)), name_(std::move(name)) {}

@@ -9,7 +9,6 @@
 #include "host/files/result.h"
 #include "keyboard/confinement.h"
 #include "keyboard/keyboard_child.h"
-#include "theme/dictionary_file.h"
 #include "theme/theme_source.h"
 
 namespace tools::watch {
@@ -23,13 +22,9 @@ namespace {
 /// The pictures that the theme names, as they lie in its folder.
 std::vector<std::string> picturesOf(const theme::ThemeSource& source) {
   std::vector<std::string> pictures;
-  for (const auto& image : source.list().objectForKey("BackgroundImages").entries()) {
-    const auto written = image.value.string().value_or("");
-    if (theme::isDevicePath(written)) continue;
-    const auto picture = theme::pathInFolder(written);
-    if (!picture) continue;
-    pictures.push_back(*picture);
-    pictures.push_back(prismal::doubleResolutionPath(*picture));
+  for (const std::string& picture : source.pictures()) {
+    pictures.push_back(picture);
+    pictures.push_back(prismal::doubleResolutionPath(picture));
   }
   return pictures;
 }
