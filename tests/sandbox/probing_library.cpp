@@ -9,6 +9,8 @@
 #include <netinet/in.h>
 #include <spawn.h>
 #include <string>
+#include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -42,6 +44,9 @@ void tryFiles() {
   tell("link", ::symlink("other.txt", in("link").c_str()) == 0);
   tell("remove", ::unlink(in("gone.txt").c_str()) == 0);
   tell("change-mode", ::chmod(in("other.txt").c_str(), 0600) == 0);
+  const int kept = ::open(in("device/var/mobile/kept.txt").c_str(), O_RDONLY);
+  tell("change-open-mode", kept >= 0 && ::fchmod(kept, 0600) == 0);
+  if (kept >= 0) ::close(kept);
   tellOpen("read-font", "/usr/share/fonts", O_RDONLY | O_DIRECTORY);
   tellOpen("read-device", in("device/var/mobile/kept.txt"), O_RDONLY);
 }
@@ -53,6 +58,15 @@ void tryOthers() {
     if (socket >= 0) ::close(socket);
   }
   tell("signal", ::kill(::getppid(), 0) == 0);
+  rlimit limit{};
+  tell("limits", ::prlimit(::getppid(), RLIMIT_NOFILE, nullptr, &limit) == 0);
+  const auto parent = static_cast<id_t>(::getppid());
+  const int priority = ::getpriority(PRIO_PROCESS, parent);
+  tell("slow-down", ::setpriority(PRIO_PROCESS, parent, priority) == 0);
+  tell("unnamed-file", ::memfd_create("x", 0) >= 0);
+  char byte = 0;
+  errno = ENODATA;  // at the end of a file, too
+  tell("input", ::read(STDIN_FILENO, &byte, 1) > 0);
   std::string name = "/bin/true";
   char* const arguments[] = {name.data(), nullptr};
   pid_t process = 0;

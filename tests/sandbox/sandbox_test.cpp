@@ -38,6 +38,9 @@ constexpr Try kTries[] = {
     {"change-mode", EPERM, EPERM},   {"read-font", 0, 0},
     {"network", EPERM, EPERM},       {"local-socket", EPERM, EPERM},
     {"signal", EPERM, EPERM},        {"program", EPERM, EACCES},
+    {"limits", EPERM, EPERM},        {"slow-down", EPERM, EPERM},
+    {"unnamed-file", EPERM, EPERM},  {"change-open-mode", EACCES, EPERM},
+    {"input", ENODATA, ENODATA},
 };
 
 class Sandbox : public Command {
@@ -49,6 +52,7 @@ class Sandbox : public Command {
     write("T.theme/theme.plist", kTheme);
     write("device/var/mobile/kept.txt", "kept");
     write("other.txt", "other");
+    write("input.txt", std::string(1000, 'x'));
   }
 
   /// What the library could do in the process that `arguments` start.
@@ -56,7 +60,7 @@ class Sandbox : public Command {
     write("gone.txt", "going");
     for (const char* made : {"made.txt", "link"}) fs::remove(folder() / made);
     const Outcome outcome = script("PROBE='" + folder().string() + "' " + arguments +
-                                   " --library '" PROBING_LIBRARY "' 2>&1");
+                                   " --library '" PROBING_LIBRARY "' 2>&1 < input.txt");
     Tried results;
     std::istringstream lines(outcome.output);
     for (std::string name; lines >> name;) {

@@ -1,12 +1,15 @@
 #include "keyboard/confinement.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 #include "host/drawing/font_files.h"
 #include "host/files/darwin_notify.h"
+#include "host/files/descriptor.h"
 #include "host/keyboard/key_picture_store.h"
 #include "host/system/log.h"
 #include "sandbox/landlock.h"
@@ -97,11 +100,29 @@ Result<Done> filterSystemCalls(Programs programs) {
   return forbidden ? forbidden : cannotEnter(forbidden.failure());
 }
 
+/// What the caller's standard input is, a stranger's theme has no use for. Once: later the sandbox
+/// keeps the way to do it closed.
+Result<Done> leaveInput() {
+  static bool isDone = false;
+  if (std::exchange(isDone, true)) return Done();
+  const host::files::Descriptor nothing(::open("/dev/null", O_RDONLY | O_CLOEXEC));
+  if (!nothing || ::dup2(nothing.get(), STDIN_FILENO) < 0) {
+    return cannotEnter(host::files::lastFailure());
+  }
+  return Done();
+}
+
+/// What is to be done before anything is taken away.
+Result<Done> prepare() {
+  host::system::openLog();
+  return leaveInput();
+}
+
 }  // namespace
 
 Result<Done> confineToTheme(const Dress& dress, const DeviceRoot& device) {
   if (!dress.sandboxed || dress.theme.empty()) return Done();
-  host::system::openLog();
+  if (auto prepared = prepare(); !prepared) return prepared;
   const auto enforced = enforceRules(dress, [&](const FileRules& rules) {
     allow(rules, device, "/", Access::kReadAndWrite);
     allowListAt(rules, dress.theme);
@@ -112,7 +133,9 @@ Result<Done> confineToTheme(const Dress& dress, const DeviceRoot& device) {
 
 Result<Done> confineToDevice(const Dress& dress, const DeviceRoot& device, bool isPrivate) {
   if (!dress.sandboxed) return Done();
-  if (dress.theme.empty()) host::system::openLog();
+  if (dress.theme.empty()) {
+    if (auto prepared = prepare(); !prepared) return prepared;
+  }
   const bool runsShell = !isPrivate && !dress.system;
   const auto enforced = enforceRules(dress, [&](const FileRules& rules) {
     isPrivate ? allow(rules, device, "/", Access::kReadAndWrite)

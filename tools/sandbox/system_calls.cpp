@@ -3,14 +3,20 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <fcntl.h>
+#include <initializer_list>
 #include <iterator>
 #include <linux/audit.h>
 #include <linux/filter.h>
+#include <linux/fs.h>
+#include <linux/fsverity.h>
 #include <linux/seccomp.h>
+#include <linux/sockios.h>
 #include <sched.h>
 #include <span>
 #include <sys/ioctl.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 #include <vector>
@@ -21,6 +27,14 @@ using host::files::Done;
 using host::files::Result;
 
 namespace {
+
+// Numbers that the headers this is built with may lack; they are the same everywhere.
+constexpr long kQuotaOfFile = 443;
+constexpr long kReleaseMemory = 448;
+constexpr long kSetXattrAt = 463;
+constexpr long kRemoveXattrAt = 466;
+constexpr long kOpenTreeAttr = 467;
+constexpr long kSetFileAttr = 469;
 
 // A new way to do one of these that isn't listed here is met by the rules for files, and by the
 // lack of rights that a plain user has.
@@ -49,11 +63,24 @@ constexpr long kForbidden[] = {
     SYS_ptrace,
     SYS_process_vm_readv,
     SYS_process_vm_writev,
+    SYS_process_madvise,
+    kReleaseMemory,
+    SYS_kcmp,
+    SYS_migrate_pages,
+    SYS_move_pages,
     SYS_shmget,
     SYS_shmat,
+    SYS_shmctl,
     SYS_msgget,
+    SYS_msgsnd,
+    SYS_msgrcv,
+    SYS_msgctl,
     SYS_semget,
+    SYS_semop,
+    SYS_semtimedop,
+    SYS_semctl,
     SYS_mq_open,
+    SYS_mq_unlink,
     // What rules for files don't rule: whose a file is and who may use it.
     SYS_fchmodat,
     SYS_fchown,
@@ -65,6 +92,9 @@ constexpr long kForbidden[] = {
     SYS_removexattr,
     SYS_lremovexattr,
     SYS_fremovexattr,
+    kSetXattrAt,
+    kRemoveXattrAt,
+    kSetFileAttr,
     SYS_open_by_handle_at,
 #ifdef SYS_chmod
     SYS_chmod,
@@ -83,8 +113,11 @@ constexpr long kForbidden[] = {
     SYS_pivot_root,
     SYS_chroot,
     SYS_open_tree,
+    kOpenTreeAttr,
     SYS_move_mount,
     SYS_fsopen,
+    SYS_fsconfig,
+    SYS_fspick,
     SYS_fsmount,
     SYS_mount_setattr,
     SYS_unshare,
@@ -99,14 +132,19 @@ constexpr long kForbidden[] = {
     SYS_finit_module,
     SYS_delete_module,
     SYS_kexec_load,
+#ifdef SYS_kexec_file_load
+    SYS_kexec_file_load,
+#endif
     SYS_reboot,
     SYS_swapon,
     SYS_swapoff,
     SYS_acct,
     SYS_quotactl,
+    kQuotaOfFile,
     SYS_settimeofday,
     SYS_clock_settime,
     SYS_adjtimex,
+    SYS_clock_adjtime,
     SYS_sethostname,
     SYS_setdomainname,
     SYS_syslog,
@@ -117,14 +155,14 @@ constexpr long kForbidden[] = {
 #endif
 };
 
-constexpr long kStartingPrograms[] = {SYS_execve, SYS_execveat};
+/// Programs that have no path, which rules for files can't rule.
+constexpr long kStartingUnnamed[] = {SYS_memfd_create, SYS_execveat};
 
 /// All that are forbidden, in the order of their numbers.
 std::vector<std::uint32_t> forbidden(Programs programs) {
   std::vector<std::uint32_t> calls(std::begin(kForbidden), std::end(kForbidden));
-  if (programs == Programs::kForbidden) {
-    calls.insert(calls.end(), std::begin(kStartingPrograms), std::end(kStartingPrograms));
-  }
+  calls.insert(calls.end(), std::begin(kStartingUnnamed), std::end(kStartingUnnamed));
+  if (programs == Programs::kForbidden) calls.push_back(SYS_execve);
   std::ranges::sort(calls);
   return calls;
 }
@@ -157,6 +195,8 @@ class Filter {
     // What would be read from the terminal as if it had been typed.
     judge(SYS_ioctl, 1, BPF_JEQ, TIOCSTI);
     judge(SYS_ioctl, 1, BPF_JEQ, TIOCLINUX);
+    leaveWhoMayUseFiles();
+    leaveOtherProcesses(static_cast<std::uint32_t>(::getpid()));
     // Connected sockets need no address: the machine's log is one.
     judgeHalves(SYS_sendto, 4);
     search(forbidden(programs));
@@ -189,6 +229,37 @@ class Filter {
     return offsetof(seccomp_data, args) + index * sizeof(std::uint64_t);
   }
 
+  /// What rules for files leave alone may not be changed through an open file either.
+  void leaveWhoMayUseFiles() {
+    // New files of a device are made so, whatever the umask is.
+    constexpr std::uint32_t kModeOfNewFiles = 0644;
+    restrict(SYS_fchmod, 1, {kModeOfNewFiles});
+    for (const std::uint64_t request :
+         {FS_IOC_SETFLAGS, FS_IOC_FSSETXATTR, FS_IOC_SETVERSION, FS_IOC_ENABLE_VERITY}) {
+      judge(SYS_ioctl, 1, BPF_JEQ, static_cast<std::uint32_t>(request));
+    }
+  }
+  /// What may be done to a process is left for this one.
+  void leaveOtherProcesses(std::uint32_t self) {
+    for (const long call : {SYS_prlimit64, SYS_sched_setaffinity, SYS_sched_setscheduler,
+                            SYS_sched_setparam, SYS_sched_setattr}) {
+      restrict(call, 0, {0, self});
+    }
+    constexpr std::uint32_t kIoOfProcess = 1;  // IOPRIO_WHO_PROCESS, which no header has
+    restrict(SYS_setpriority, 0, {PRIO_PROCESS});
+    restrict(SYS_setpriority, 1, {0, self});
+    restrict(SYS_ioprio_set, 0, {kIoOfProcess});
+    restrict(SYS_ioprio_set, 1, {0, self});
+    restrict(SYS_tgkill, 0, {self});
+    // Whom the kernel signals when a descriptor is ready, and with what.
+    for (const int command : {F_SETOWN, F_SETOWN_EX, F_SETSIG}) {
+      judge(SYS_fcntl, 1, BPF_JEQ, static_cast<std::uint32_t>(command));
+    }
+    for (const int request : {FIOSETOWN, SIOCSPGRP}) {
+      judge(SYS_ioctl, 1, BPF_JEQ, static_cast<std::uint32_t>(request));
+    }
+  }
+
   void add(sock_filter step) { steps_.push_back(step); }
   void load(std::size_t offset) { add(loading(offset)); }
 
@@ -215,7 +286,7 @@ class Filter {
     return steps;
   }
   // A call makes 3 steps, a parting 1, and a jump leads over 255 at most.
-  static_assert(std::size(kForbidden) + std::size(kStartingPrograms) <= 2 * 255 / 4);
+  static_assert(std::size(kForbidden) + std::size(kStartingUnnamed) + 1 <= 2 * 255 / 4);
 
   static void append(Steps& steps, const Steps& more) {
     steps.insert(steps.end(), more.begin(), more.end());
@@ -227,6 +298,15 @@ class Filter {
     when(BPF_JEQ, static_cast<std::uint32_t>(call),
          {loading(argument(index)), jump(test, value, 0, 1), refusal(EPERM),
           loading(offsetof(seccomp_data, nr))});
+  }
+  /// Refuses `call` unless the lower half of an argument is one of `values`.
+  void restrict(long call, std::size_t index, std::initializer_list<std::uint32_t> values) {
+    Steps steps = {loading(argument(index))};
+    auto behind = static_cast<std::uint8_t>(values.size());
+    for (const std::uint32_t value : values) steps.push_back(jump(BPF_JEQ, value, behind--, 0));
+    steps.push_back(refusal(EPERM));
+    steps.push_back(loading(offsetof(seccomp_data, nr)));
+    when(BPF_JEQ, static_cast<std::uint32_t>(call), steps);
   }
   /// Refuses `call` when any bit of an argument is set.
   void judgeHalves(long call, std::size_t index) {

@@ -15,7 +15,8 @@ bool isFilterOffered();
 /// Takes from this thread and those that it starts, until the end, the system calls that drawing
 /// has no use for: all that reaches the network or another process, starts programs, changes what
 /// rules for files leave alone, or administers the machine. They fail with EPERM. What is connected
-/// already can still be sent to.
+/// already can still be sent to. What may be done to this process may not be done to one that it
+/// starts, nor by that one to itself by its number.
 host::files::Result<host::files::Done> forbidSystemCalls(Programs programs);
 
 }  // namespace tools::sandbox
