@@ -213,6 +213,40 @@ TEST_F(Serve, EverySaveIsAVersion) {
   EXPECT_EQ(sharp.bitmap->at(0, 0), kRed);
 }
 
+TEST_F(Serve, AReplacedFolderIsFollowed) {
+  struct Replaced {
+    const char* how;
+    const char* commands;
+  };
+  constexpr Replaced kWays[] = {
+      {"moved away and copied back", "mv T.theme old && cp -r old T.theme"},
+      {"moved away, later copied back", "mv T.theme old; sleep 0.7; cp -r old T.theme"},
+      {"swapped", "cp -r T.theme new && mv T.theme old && mv new T.theme"},
+      {"removed, later copied back",
+       "cp -r T.theme new; rm -rf T.theme; sleep 0.7; mv new T.theme"},
+      {"a link that leads elsewhere",
+       "mv T.theme a && ln -s a T.theme && cp -r a b && ln -sfn b T.theme"},
+  };
+  const auto shows = [&](unsigned color) {
+    for (int tries = 0; tries < 300 && key() != color; ++tries) std::this_thread::sleep_for(20ms);
+    return key() == color;
+  };
+  for (const auto& [how, commands] : kWays) {
+    script("rm -rf T.theme old new a b");
+    save("#FF0000FF");
+    write("T.theme/p.png", png(0, 0, 255));
+    start();
+    EventStream(port()).version(1);
+    EXPECT_EQ(script(commands).status, 0) << how;
+    std::this_thread::sleep_for(700ms);
+    save("#00FF00FF");
+    EXPECT_TRUE(shows(kGreen)) << how;
+    save("#0000FFFF");
+    EXPECT_TRUE(shows(kBlue)) << how;
+    end(SIGINT);
+  }
+}
+
 TEST_F(Serve, ABrokenThemeLeavesTheLastPictures) {
   start();
   EventStream events(port());
@@ -253,6 +287,10 @@ TEST_F(Serve, ABrokenThemeCanBeMendedFromTheStart) {
   start();
   EventStream events(port());
   EXPECT_EQ(events.version(1)["shown"], 0);
+  const auto theme = get("/theme.json").json()["looks"][0];
+  EXPECT_EQ(theme["name"], "T");
+  EXPECT_EQ(theme["styles"], nlohmann::json::array());
+  EXPECT_EQ(theme["pictures"], nlohmann::json::array());
   EXPECT_EQ(get("/picture.png").status, 503);
   EXPECT_EQ(get("/picture.png?look=system").status, 200);
   save("#FF0000FF");

@@ -12,6 +12,7 @@
 
 #include "keyboard/shown_view.h"
 #include "serve/passed_socket.h"
+#include "theme/theme_source.h"
 
 namespace tools::serve {
 
@@ -74,7 +75,13 @@ Keyboards::Keyboards(const Options& options, HostStarter& starter, UserSettings&
     Kept& kept = all_.emplace_back();
     kept.look = look;
     kept.theme = theme;
+    // Of a theme its name alone, until it has been read.
     kept.facts = {{"name", "system"}};
+    if (!theme.empty()) {
+      kept.facts = {{"name", theme::themeName(theme)},
+                    {"styles", Json::array()},
+                    {"pictures", Json::array()}};
+    }
     kept.due = Clock::now();
   };
   add(Look::theme, options.theme);
@@ -182,7 +189,7 @@ std::optional<Message> Keyboards::hear(const Start& start) {
 
 void Keyboards::startVersion(Kept& kept) {
   kept.due.reset();
-  if (!kept.watch && !kept.theme.empty()) followFiles(kept, Json::array(), {});
+  if (!kept.theme.empty()) watchWays(kept);
   timespec time{};
   ::clock_gettime(CLOCK_REALTIME, &time);
   const Start start = startHosts(kept);
@@ -201,14 +208,23 @@ void Keyboards::startVersion(Kept& kept) {
   isGood ? show(kept, start, *said) : refuse(kept, said);
 }
 
+/// Before the theme is read: what is saved from now on is noticed, also in a folder that has taken
+/// the place of the one that was watched.
+void Keyboards::watchWays(Kept& kept) {
+  if (kept.watch && !kept.watch->isStale()) return;
+  if (kept.files.empty()) {
+    std::error_code error;
+    const bool isFolder = fs::is_directory(kept.theme, error);
+    kept.files.emplace_back(isFolder ? kept.theme + "/theme.plist" : kept.theme);
+  }
+  if (auto watch = FileWatch::start(kept.files)) kept.watch = *std::move(watch);
+}
+
 /// Watches what the theme is made of now. Whether something was saved since `start` that was not
 /// watched then.
 bool Keyboards::followFiles(Kept& kept, const Json& files, timespec start) {
   std::vector<fs::path> paths;
   for (const Json& file : files) paths.emplace_back(file.get<std::string>());
-  std::error_code error;
-  const bool isFolder = fs::is_directory(kept.theme, error);
-  if (paths.empty()) paths.emplace_back(isFolder ? kept.theme + "/theme.plist" : kept.theme);
   if (paths == kept.files && kept.watch) return false;
   auto watch = FileWatch::start(paths);
   if (!watch) return false;

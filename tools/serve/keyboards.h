@@ -109,6 +109,7 @@ class Keyboards {
   static std::optional<Message> hear(const Start& start);
   void show(Kept& kept, const Start& start, const Message& ready);
   void refuse(Kept& kept, const std::optional<Message>& said);
+  static void watchWays(Kept& kept);
   bool followFiles(Kept& kept, const Json& files, timespec start);
   void startCheck(Kept& kept);
   void takeCheck(Kept& kept);

@@ -68,17 +68,21 @@ bool FileWatch::takeChanges() {
     for (const char* at = buffer; at < buffer + size;) {
       inotify_event event;
       std::memcpy(&event, at, sizeof event);
-      any = any || concerns(event, at + sizeof event);
+      any = concerns(event, at + sizeof event) || any;
       at += sizeof event + event.len;
     }
   }
 }
 
-bool FileWatch::concerns(const inotify_event& event, const char* name) const {
-  if ((event.mask & (IN_Q_OVERFLOW | IN_IGNORED)) != 0) return true;
+bool FileWatch::concerns(const inotify_event& event, const char* name) {
+  constexpr std::uint32_t kLost = IN_Q_OVERFLOW | IN_IGNORED;
+  constexpr std::uint32_t kMoves = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO;
   const auto directory = directories_.find(event.wd);
-  if (directory == directories_.end() || event.len == 0) return false;
-  if (!directory->second.names.contains(std::string_view(name))) return false;
+  const bool isNamed = directory != directories_.end() && event.len > 0 &&
+                       directory->second.names.contains(std::string_view(name));
+  const bool isLost = (event.mask & kLost) != 0;
+  isStale_ = isStale_ || isLost || (isNamed && (event.mask & kMoves) != 0);
+  if (isLost || !isNamed) return isLost;
   return (event.mask & IN_CREATE) == 0 || isMadeWhole(directory->second.path / name);
 }
 

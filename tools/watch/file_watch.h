@@ -25,6 +25,9 @@ class FileWatch {
   int descriptor() const { return inotify_.get(); }
   /// Takes what has happened until now; whether any of it concerns the files.
   bool takeChanges();
+  /// Whether something on the way to the files was made, moved or removed, as far as taken: what is
+  /// watched may lie elsewhere then, and a new watch is needed.
+  bool isStale() const { return isStale_; }
 
  private:
   struct Directory {
@@ -34,10 +37,11 @@ class FileWatch {
 
   explicit FileWatch(host::files::Descriptor inotify) : inotify_(std::move(inotify)) {}
   void watchWayTo(const std::filesystem::path& file);
-  bool concerns(const inotify_event& event, const char* name) const;
+  bool concerns(const inotify_event& event, const char* name);
 
   host::files::Descriptor inotify_;
   std::map<int, Directory> directories_;  // by watch descriptor
+  bool isStale_ = false;
 };
 
 }  // namespace tools::watch
