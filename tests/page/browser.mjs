@@ -12,11 +12,8 @@ import { chromium } from "playwright-core";
 const prismal = process.env.PRISMAL;
 const examples = process.env.EXAMPLES;
 
-/** Serves a copy of an example theme, beside another when one is named, until `end`. */
-export async function serve(example, ...more) {
-  const folder = await mkdtemp(join(tmpdir(), "prismal-page-"));
-  const theme = join(folder, `${example}.theme`);
-  await cp(join(examples, `${example}.theme`), theme, { recursive: true });
+/** Serves a theme until `end`. */
+export async function serveFolder(theme, ...more) {
   const child = spawn(prismal, ["serve", theme, "--port", "0", ...more], { stdio: ["ignore", "pipe", "inherit"] });
   const exit = once(child, "exit");
   const lines = createInterface({ input: child.stdout });
@@ -27,6 +24,21 @@ export async function serve(example, ...more) {
     async end() {
       child.kill("SIGINT");
       const [status] = await exit;
+      return status;
+    },
+  };
+}
+
+/** Serves a copy of an example theme, beside another when one is named, until `end`. */
+export async function serve(example, ...more) {
+  const folder = await mkdtemp(join(tmpdir(), "prismal-page-"));
+  const theme = join(folder, `${example}.theme`);
+  await cp(join(examples, `${example}.theme`), theme, { recursive: true });
+  const server = await serveFolder(theme, ...more);
+  return {
+    ...server,
+    async end() {
+      const status = await server.end();
       await rm(folder, { recursive: true });
       return status;
     },

@@ -5,7 +5,7 @@ import { execFileSync } from "node:child_process";
 import { readFile, readdir, rename, writeFile } from "node:fs/promises";
 import { get } from "node:http";
 import { after, afterEach, before, beforeEach, test } from "node:test";
-import { colorOf, launch, open, serve, until } from "./browser.mjs";
+import { colorOf, launch, open, serve, serveFolder, until } from "./browser.mjs";
 
 const kSaves = Number(process.env.SAVES ?? 10);
 const kG = "Latin-Small-Letter-G";
@@ -68,7 +68,10 @@ test("a broken theme leaves the last picture and says where it is wrong", async 
   await save((list) => list.replace("</array>", "</arry>"));
   const wrong = page.locator("#wrong");
   await wrong.waitFor({ state: "visible" });
-  assert.match(await wrong.textContent(), /Line \d+/);
+  assert.match(await wrong.textContent(), /Line \d+, column \d+/);
+  assert.doesNotMatch(await wrong.locator(".source").textContent(), /^\s/);
+  await key(kG).click();
+  await page.locator(`#keys .asked[data-key="${kG}"]`).waitFor();
   assert.equal(await colorOf(page, kG), "#fcf9f3");
   await save(() => paint("#336699")(good));
   await wrong.waitFor({ state: "hidden" });
@@ -158,6 +161,123 @@ test("findings stand in a list, and choosing one shows its key", async () => {
   await finding.click();
   await page.locator(`#keys .asked[data-key="${kG}"]`).waitFor();
   await page.locator("#keys .marked").first().waitFor();
+});
+
+const styled = (...conditions) => (list) => list.replace("</dict>\n</plist>", `<key>Styles</key><dict><key>iPhone-Standard</key><array>
+  ${conditions.map((one) => `<array><string>${one}</string><dict><key>TextColour</key><string>Nobody</string></dict></array>`).join("\n")}
+  </array></dict><key>BackgroundImages</key><dict><key>Landscape;iPhone-Alert;2</key><string>gone.png</string></dict></dict></plist>`);
+
+test("a finding shows its keys wherever they are, and its place in the line", async () => {
+  await radio("style", "alert").check({ force: true });
+  await page.locator('input[name="international-key"]').uncheck();
+  await save(styled("KeyName=Latin-Capital-Letter-G", "DisplayType=Dictation", "DisplayType=International"));
+  const findings = page.locator(".finding");
+  const about = (text) => findings.filter({ hasText: text });
+  await findings.nth(3).waitFor();
+  assert.equal(await about("Capital-Letter-G").locator("mark").textContent(), "<key>TextColour</key>");
+  for (const [text, name] of [["Capital-Letter-G", "Latin-Capital-Letter-G"], ["=Dictation", "Dictation-Key"], ["=International", "International-Key"]]) {
+    await about(text).click();
+    await page.locator(`#keys .asked.marked[data-key="${name}"]`).waitFor();
+  }
+  await about("gone.png").first().click();
+  for (const [name, value] of [["orientation", "landscape"], ["style", "alert"], ["keyplane", "numbers"]]) assert.equal(hash().get(name), value);
+  await save((list) => list.replace("DisplayType=International", "DisplayType=Dictation"));
+  await until(() => about("=International").count(), (count) => count === 0);
+  assert.match(await page.evaluate(() => document.activeElement.textContent), /gone\.png/);
+});
+
+test("a broken theme to compare with is told, too", async () => {
+  const dusk = await serve("Dusk");
+  const linen = await serve("Linen", "--compare", dusk.theme);
+  const other = await open(browser, linen);
+  try {
+    await other.waitForFunction(async () => (await (await fetch("theme.json")).json()).looks.find(({ look }) => look === "other").shown > 0);
+    await writeFile(dusk.list, "<plist><dict>");
+    await other.locator("#wrong .fault").waitFor();
+    assert.match(await other.locator("#wrong").textContent(), /^Dusk, /);
+    assert.match(await other.locator("#version").textContent(), /^Version \d+$/);
+  } finally {
+    await other.context().close();
+    assert.equal(await linen.end(), 0);
+    assert.equal(await dusk.end(), 0);
+  }
+});
+
+test("the key at the same place is asked and focused when shift changes", async () => {
+  await radio("keyplane", "capital-letters").check({ force: true });
+  await key("Latin-Capital-Letter-G").click();
+  await page.locator(`#keys .asked[data-key="${kG}"]`).waitFor();
+  assert.equal(await page.evaluate(() => document.activeElement.dataset.key), kG);
+  assert.equal(await until(() => page.locator("#answer-title").textContent(), (title) => title === kG), kG);
+  await radio("keyplane", "capital-letters").check({ force: true });
+  await page.locator('#keys [data-key="Shift-Key"][aria-pressed="true"]').waitFor();
+  await radio("keyplane", "small-letters").check({ force: true });
+  await key(kG).waitFor();
+  assert.equal(hash().get("shift"), null);
+});
+
+test("letters that are typed reach the keyboard from a control that has no use for them", async () => {
+  await radio("device", "phone-4").check({ force: true });
+  await page.keyboard.down("k");
+  assert.equal(await until(() => colorOf(page, "Latin-Small-Letter-K"), (color) => color === "#c9baa1"), "#c9baa1");
+  await page.keyboard.up("k");
+});
+
+test("a second tap on a key and a second finger count", async () => {
+  await key("More-Key").evaluate((more) => {
+    const at = (type, pointerId, element = more) => {
+      const box = element.getBoundingClientRect();
+      const { x, y } = { x: box.x + box.width / 2, y: box.y + box.height / 2 };
+      element.dispatchEvent(new PointerEvent(type, { bubbles: true, pointerId, clientX: x, clientY: y }));
+    };
+    for (let i = 0; i < 2; ++i) {
+      at("pointerdown", 1);
+      at("pointerup", 1);
+    }
+    const delete_ = document.querySelector('[data-key="Delete-Key"]');
+    at("pointerdown", 2, delete_);
+    at("pointerdown", 3, document.querySelector('[data-key="Return-Key"]'));
+    at("pointerup", 3, document.querySelector('[data-key="Return-Key"]'));
+  });
+  await page.waitForTimeout(300);
+  assert.equal(hash().get("keyplane"), null);
+  assert.match(await page.locator("#first .screen > img.picture").getAttribute("src"), /press=Delete-Key/);
+  assert.doesNotMatch(await page.locator("#first .screen > img.picture").getAttribute("src"), /press=Return-Key/);
+});
+
+test("a theme that is broken at first is shown once it is mended", async () => {
+  const good = await readFile(server.list, "utf8");
+  await writeFile(server.list, "<plist><dict>");
+  const late = await serveFolder(server.theme);
+  const context = await browser.newContext();
+  const other = await context.newPage();
+  const faults = [];
+  other.on("pageerror", (error) => faults.push(error.message));
+  try {
+    await other.goto(late.address);
+    await other.locator("#wrong .fault").waitFor();
+    await writeFile(server.list, good);
+    await other.locator("#wrong").waitFor({ state: "hidden" });
+    await other.waitForFunction(() => document.querySelector("#first img").naturalWidth > 0);
+    assert.equal((await until(() => other.locator("#keys .key").count(), (count) => count === 32)), 32);
+    assert.equal(await until(() => other.title(), (title) => title.startsWith("Linen")), "Linen · Prismal");
+    assert.deepEqual(faults, []);
+  } finally {
+    await context.close();
+    assert.equal(await late.end(), 0);
+  }
+});
+
+test("pixels of the picture are pixels of the screen", async () => {
+  for (const [deviceScaleFactor, width] of [[1.1, 1164], [1.33, 1281], [0.9, 1422]]) {
+    const other = await open(browser, server, "", { deviceScaleFactor, viewport: { width, height: 800 } });
+    const { x, y } = await until(() => other.locator("#first .screen").evaluate((screen) => {
+      const box = screen.getBoundingClientRect();
+      return { x: box.x * devicePixelRatio, y: box.y * devicePixelRatio };
+    }), (at) => Math.abs(at.x - Math.round(at.x)) < 0.03 && Math.abs(at.y - Math.round(at.y)) < 0.03);
+    assert.ok(Math.abs(x - Math.round(x)) < 0.03 && Math.abs(y - Math.round(y)) < 0.03, `${deviceScaleFactor}: ${x}, ${y}`);
+    await other.context().close();
+  }
 });
 
 test("all of it can be reached by keyboard, with a visible focus", async () => {

@@ -2,7 +2,7 @@
 
 import { byId, fill, make } from "./dom.js";
 import { ask } from "./server.js";
-import { allKeys, mark, showAsked } from "./stage.js";
+import { allKeys, mark, markLater, showAsked } from "./stage.js";
 import { change, parametersOf, view } from "./view.js";
 
 const body = byId("answer-body");
@@ -29,13 +29,7 @@ function valueText(value) {
 
 /** Marks the keys that a rule hits while the pointer or the focus is on `element`. */
 export function marksHits(element, list, rule) {
-  const show = async () => {
-    try {
-      mark(await keysHit(list, rule));
-    } catch {
-      mark([]);
-    }
-  };
+  const show = () => markLater(keysHit(list, rule));
   for (const event of ["pointerenter", "focusin"]) element.addEventListener(event, show);
   for (const event of ["pointerleave", "focusout"]) element.addEventListener(event, () => mark([]));
 }

@@ -10,7 +10,7 @@ const kShortestPress_ms = 110;
 /** Two taps on shift within this time lock it. */
 const kDoubleTap_ms = 350;
 
-/** Names of keys that are down, with what holds them. */
+/** Names of keys that are down, since when, and of those let go already how that is ended. */
 const down = new Map();
 let lastShift_ms = 0;
 let shiftHeld = false;
@@ -18,22 +18,26 @@ let shiftHeld = false;
 const keyCalled = (name) => allKeys().find((key) => key.name === name);
 
 function press(name) {
+  down.get(name)?.finish?.();
   if (!name || down.has(name) || view.dictation === "yes") return;
-  down.set(name, performance.now());
+  down.set(name, { since: performance.now() });
   setPressed([...down.keys()]);
   showPressed();
 }
 
 /** Lets a key go; `wasMeant`: it does then what it is there for. */
 function release(name, wasMeant) {
-  const since = down.get(name);
-  if (since === undefined) return;
-  setTimeout(() => {
+  const held = down.get(name);
+  if (!held || held.finish) return;
+  let timer = 0;
+  held.finish = () => {
+    clearTimeout(timer);
     down.delete(name);
     setPressed([...down.keys()]);
     const key = keyCalled(name);
     if (!wasMeant || !key || !act(key)) showPressed();
-  }, Math.max(0, kShortestPress_ms - (performance.now() - since)));
+  };
+  timer = setTimeout(held.finish, Math.max(0, kShortestPress_ms - (performance.now() - held.since)));
 }
 
 function tapShift() {
@@ -71,6 +75,7 @@ group.addEventListener("pointerdown", (event) => {
   const { key } = button.dataset;
   press(key);
   const stop = (ended) => {
+    if (ended.pointerId !== event.pointerId) return;
     window.removeEventListener("pointerup", stop);
     window.removeEventListener("pointercancel", stop);
     const over = document.elementFromPoint(ended.clientX, ended.clientY);
@@ -123,8 +128,15 @@ group.addEventListener("keydown", (event) => {
 // The computer's own keyboard ----------------------------------------------------------------------
 
 const kinds = { Enter: "Return", Backspace: "Delete", " ": "Space" };
-const isElsewhere = (target) =>
-  target !== document.body && !group.contains(target) && target.id !== "answer";
+const isKeyboards = (target) =>
+  target === document.body || group.contains(target) || target.id === "answer";
+
+/** What a control does with a key itself is left to it. */
+function isElsewhere({ target, key }) {
+  if (isKeyboards(target)) return false;
+  const takesLetters = target.closest('dialog, select, input:not([type="radio"], [type="checkbox"])');
+  return takesLetters || key === " " || key.length > 1;
+}
 
 /** The key of the keyboard that stands for one of the computer's. */
 function keyTyped(event) {
@@ -156,7 +168,7 @@ function holdShift(isDown) {
 }
 
 window.addEventListener("keydown", (event) => {
-  if (event.ctrlKey || event.metaKey || event.altKey || isElsewhere(event.target)) return;
+  if (event.ctrlKey || event.metaKey || event.altKey || isElsewhere(event)) return;
   if (event.key === "Shift") return holdShift(true);
   if (event.key === "CapsLock") return change({ shift: event.getModifierState("CapsLock") ? "locked" : "off" });
   if (event.repeat || event.key.length > 1 && !kinds[event.key]) return undefined;

@@ -8,7 +8,7 @@ import { setScales } from "./fit.js";
 import "./keyboard.js";
 import { makeSettings, showOwnPictures, showSettings } from "./pictures.js";
 import { addressOf, ask } from "./server.js";
-import { isPressing, onRoom, outdate, setNames, showKeys, showPictures } from "./stage.js";
+import { isPressing, onRoom, nameOf, outdate, setNames, showKeys, showPictures } from "./stage.js";
 import { compared, onChange, parametersOf, readAddress, view, words } from "./view.js";
 
 let themeName = "";
@@ -55,7 +55,7 @@ async function copyCommand() {
 async function learnTheme() {
   const theme = await ask("theme.json");
   const own = theme.looks.find(({ look }) => look === "theme");
-  themeName = own.name;
+  themeName = own.name ?? "Prismal";
   byId("name").textContent = themeName;
   setNames(themeName, theme.looks.find(({ look }) => look === "other")?.name);
   document.title = `${themeName} · Prismal`;
@@ -67,8 +67,8 @@ function showVersion({ look, version, shown, ok, finding }) {
   if (look === "theme") {
     byId("version").textContent = ok ? `Version ${version}` : `Version ${version} can’t be shown`;
     byId("version").classList.toggle("bad", !ok);
-    showWrong(ok ? null : finding);
   }
+  showWrong(look, { name: nameOf(look), shown, finding: ok ? null : finding });
   if (shown === 0) return;
   outdate();
   showView();

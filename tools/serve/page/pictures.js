@@ -34,7 +34,8 @@ export function showSettings({ usePrismal, pictures }) {
   fill(byId("chosen"), ...items);
 }
 
-export function showOwnPictures(names) {
+/** `names`: none of a theme that can’t be read yet. */
+export function showOwnPictures(names = []) {
   fill(byId("background-picture"), ...names.map((name, index) => option(String(index), name)));
   byId("use-picture").disabled = names.length === 0;
 }

@@ -3,7 +3,7 @@
 import { byId, fill, make, tell } from "./dom.js";
 import { fit, onPixelRatio } from "./fit.js";
 import { ask, loadPicture } from "./server.js";
-import { compared, parametersOf, parametersOfKeyplane, setKnown, view } from "./view.js";
+import { change, compared, parametersOf, parametersOfKeyplane, setKnown, view } from "./view.js";
 
 const first = byId("first");
 const second = byId("second");
@@ -20,6 +20,7 @@ let keys = [];
 let shown = { scale: 2, zoom: 1 };
 let pressed = [];
 let marked = new Set();
+let markings = 0;
 let keysAsked = "";
 /** What the looks are called. */
 let names = { theme: "", other: "", system: "The system’s own look" };
@@ -28,6 +29,7 @@ const latest = { theme: 0, second: 0 };
 export const allKeys = () => keys;
 export const outdate = () => { generation += 1; };
 export const setNames = (theme, other) => { names = { ...names, theme, other }; };
+export const nameOf = (look) => names[look];
 
 function room() {
   const box = byId("sides").getBoundingClientRect();
@@ -53,6 +55,18 @@ function resize() {
   }
 }
 
+/** Moves the pictures onto whole pixels of the screen, whose pixels theirs then are. */
+function align() {
+  const ratio = window.devicePixelRatio || 1;
+  const toWhole = (at) => `${Math.round(at * ratio) / ratio - at}px`;
+  for (const screen of byId("sides").querySelectorAll(".screen")) {
+    screen.style.left = screen.style.top = "0";
+    const { x, y } = screen.getBoundingClientRect();
+    screen.style.left = toWhole(x + window.scrollX);
+    screen.style.top = toWhole(y + window.scrollY);
+  }
+}
+
 const pictureParameters = (look, pressing) => [
   ...parametersOf(pressing), ["scale", String(shown.scale)],
   ...(look === "theme" ? [] : [["look", look]]), ["version", String(generation)]];
@@ -72,7 +86,8 @@ async function showPicture(slot, look, screen, alt, pressing) {
   }
 }
 
-const describe = () => `${view.device}, ${view.orientation}, ${view.style}`;
+const describe = () => (view.dictation === "yes" ? [view.device, view.orientation, view.style, "dictation"]
+  : [view.device, view.orientation, view.style, view.keyplane, `shift ${view.shift}`]).join(", ");
 
 /** These keys are down, whatever is drawn next. */
 export const setPressed = (down) => { pressed = down; };
@@ -114,10 +129,12 @@ export function showPictures() {
   first.querySelector("figcaption").textContent = names.theme;
   first.querySelector("figcaption").hidden = !comparison || comparison.slider;
   resize();
-  return Promise.all([showPressed(), showSecond(comparison)]);
+  const pictures = Promise.all([showPressed(), showSecond(comparison)]);
+  align();
+  return pictures;
 }
 
-const nameOf = (key) => (key.label && key.label !== key.name ? `${key.label}, ${key.name}` : key.name);
+const labelOf = (key) => (key.label && key.label !== key.name ? `${key.label}, ${key.name}` : key.name);
 
 function place(button, [x, y, width, height]) {
   button.style.left = `${(100 * x) / size.width}%`;
@@ -126,10 +143,13 @@ function place(button, [x, y, width, height]) {
   button.style.height = `${(100 * height) / size.height}%`;
 }
 
+/** A shift says whether it is on; the keys at its place on other keyplanes are no switches. */
+const isOn = (key) => (key.displayType === "Shift" && key.label === "" ? String(view.shift !== "off") : false);
+
 function keyButton(key, index) {
   const button = make("button", {
     type: "button", class: "key", tabindex: index === 0 ? 0 : -1,
-    "data-key": key.name, "data-display-type": key.displayType, "aria-label": nameOf(key),
+    "data-key": key.name, "data-display-type": key.displayType, "aria-label": labelOf(key), "aria-pressed": isOn(key),
     title: key.name });
   place(button, key.frame);
   return button;
@@ -137,16 +157,27 @@ function keyButton(key, index) {
 
 function showMarks() {
   for (const button of keysGroup.children) {
-    button.classList.toggle("marked", marked.has(button.dataset.key));
-    button.classList.toggle("asked", button.dataset.key === view.key);
-    button.setAttribute("aria-current", button.dataset.key === view.key ? "true" : "false");
+    const { key } = button.dataset;
+    const isAsked = key !== "" && key === view.key;
+    button.classList.toggle("marked", marked.has(key));
+    button.classList.toggle("asked", isAsked);
+    button.setAttribute("aria-current", String(isAsked));
   }
 }
 
 /** Marks the keys that have these names. */
 export function mark(keyNames) {
+  markings += 1;
   marked = new Set(keyNames);
   showMarks();
+}
+
+/** Marks the keys that `asking` will name, unless others are marked meanwhile. */
+export async function markLater(asking) {
+  markings += 1;
+  const mine = markings;
+  const keyNames = await asking.catch(() => []);
+  if (mine === markings) mark(keyNames);
 }
 
 /** Marks the key that is asked about. */
@@ -156,18 +187,29 @@ const donePanel = () =>
   make("button", { type: "button", class: "key panel", "data-key": "", "data-display-type": "Done",
     "aria-label": "Done: ends dictation" });
 
+/** What the key of a name among `before` is called now: the same, or what has taken its place. */
+function heir(before, name) {
+  const frameOf = (key) => JSON.stringify(key.frame);
+  const old = before.find((key) => key.name === name);
+  if (!old || keys.some((key) => key.name === name)) return name;
+  return keys.find((key) => frameOf(key) === frameOf(old))?.name ?? name;
+}
+
 /** Learns which keys the view has, and lays them over the picture. */
 async function learnKeys(asked) {
   const answer = await ask("keys.json", [...parametersOfKeyplane(), ["version", String(generation)]]);
   if (asked !== keysAsked) return false;
   const before = size;
+  const keysBefore = keys;
   size = { width: answer.size[0] / answer.scale, height: answer.size[1] / answer.scale };
   keys = answer.keys;
   setKnown(keys.map((key) => key.name));
   const focused = document.activeElement?.dataset?.key;
   fill(keysGroup, ...(view.dictation === "yes" ? [donePanel()] : keys.map(keyButton)));
-  const same = [...keysGroup.children].find((button) => button.dataset.key === focused);
+  const focusedNow = heir(keysBefore, focused);
+  const same = [...keysGroup.children].find((button) => button.dataset.key === focusedNow);
   if (focused !== undefined) moveTo(same ?? keysGroup.firstChild);
+  change({ key: heir(keysBefore, view.key) });
   showMarks();
   return before.width !== size.width || before.height !== size.height;
 }
@@ -200,6 +242,7 @@ export function onRoom(listener) {
   const look = () => {
     const now = JSON.stringify(arrange());
     if (now !== before) listener();
+    else align();
     before = now;
   };
   new ResizeObserver(look).observe(byId("sides"));

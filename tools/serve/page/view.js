@@ -34,9 +34,11 @@ const isSame = (one, other) => JSON.stringify(one) === JSON.stringify(other);
 function agree(changes) {
   // Capital letters are what shift shows.
   if (changes.keyplane === "capital-letters") {
-    return { shift: view.shift === "off" ? "on" : view.shift, ...changes, keyplane: "small-letters" };
+    const shift = changes.shift ?? view.shift;
+    return { ...changes, keyplane: "small-letters", shift: shift === "off" ? "on" : shift };
   }
-  if (changes.keyplane && changes.keyplane !== "small-letters") return { ...changes, shift: "off" };
+  const isSmall = changes.keyplane === "small-letters";
+  if (changes.keyplane && !(isSmall && changes.shift)) return { ...changes, shift: "off" };
   if (changes.shift && changes.shift !== "off") return { ...changes, keyplane: "small-letters" };
   return changes;
 }
