@@ -33,7 +33,8 @@ async function showView() {
     if (mustWait) await keys;
     showLinks();
     const pictures = showPictures();
-    if (await keys) await showPictures();
+    // A key that went down meanwhile isn't in the picture yet.
+    if (await keys || isPressing()) await showPictures();
     await pictures;
   } catch (error) {
     tell(error.message);
