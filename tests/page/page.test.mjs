@@ -72,7 +72,7 @@ test("a broken theme leaves the last picture and says where it is wrong", async 
   assert.doesNotMatch(await wrong.locator(".source").textContent(), /^\s/);
   await key(kG).click();
   await page.locator(`#keys .asked[data-key="${kG}"]`).waitFor();
-  assert.equal(await colorOf(page, kG), "#fcf9f3");
+  assert.equal(await until(() => colorOf(page, kG), (color) => color === "#fcf9f3"), "#fcf9f3");
   await save(() => paint("#336699")(good));
   await wrong.waitFor({ state: "hidden" });
   assert.equal(await until(() => colorOf(page, kG), (color) => color === "#336699"), "#336699");
