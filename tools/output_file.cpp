@@ -48,7 +48,7 @@ bool isTerminal(const fs::path& path) {
   return path == "-" && isatty(STDOUT_FILENO) != 0;
 }
 
-Result<OutputFile> OutputFile::open(const fs::path& path) {
+Result<OutputFile> OutputFile::open(const fs::path& path, Links links) {
   OutputFile output;
   if (path == "-") {
     std::fflush(stdout);
@@ -57,15 +57,18 @@ Result<OutputFile> OutputFile::open(const fs::path& path) {
     return output;
   }
   std::error_code error;
-  const fs::file_status before = fs::status(path, error);
-  if (fs::exists(before) && !fs::is_regular_file(before)) {
+  const bool follows = links == Links::kFollowed;
+  const fs::file_status before =
+      follows ? fs::status(path, error) : fs::symlink_status(path, error);
+  if (follows && fs::exists(before) && !fs::is_regular_file(before)) {
     output.file_ = Descriptor(::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC));
     if (!output.file_) return host::files::lastFailure();
     return output;
   }
-  // A link stays, and what it leads to is replaced.
-  output.place_ = fs::is_symlink(path, error) ? fs::weakly_canonical(path, error) : path;
-  if (fs::exists(before)) output.permissions_ = before.permissions();
+  // A link that is followed stays, and what it leads to is replaced.
+  const bool isLink = follows && fs::is_symlink(path, error);
+  output.place_ = isLink ? fs::weakly_canonical(path, error) : path;
+  if (fs::is_regular_file(before)) output.permissions_ = before.permissions();
   if (!output.openNew()) return host::files::lastFailure();
   return output;
 }
@@ -80,8 +83,12 @@ bool OutputFile::openNew() {
   // Without a name, so that it goes even when this process is killed.
   file_ = Descriptor(::open(folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, kMode));
   if (file_ || (errno != EOPNOTSUPP && errno != EISDIR)) return static_cast<bool>(file_);
-  part_ = partName();
-  file_ = Descriptor(::open(part_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kMode));
+  const fs::path part = partName();
+  ::unlink(part.c_str());  // a killed process of the same number may have left one
+  // What somebody else puts there meanwhile is neither followed nor written to.
+  file_ =
+      Descriptor(::open(part.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kMode));
+  if (file_) part_ = part;
   return static_cast<bool>(file_);
 }
 
@@ -113,8 +120,8 @@ Result<Done> OutputFile::finish() {
   return Done();
 }
 
-Result<Done> writeOutput(const fs::path& path, std::string_view bytes) {
-  auto output = OutputFile::open(path);
+Result<Done> writeOutput(const fs::path& path, std::string_view bytes, Links links) {
+  auto output = OutputFile::open(path, links);
   if (!output) return output.failure();
   if (!writeAll(output->descriptor(), bytes.data(), bytes.size())) {
     return host::files::lastFailure();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -11,13 +12,18 @@
 
 namespace tools {
 
+/// What becomes of a link in the place of a result. Where somebody else may have left one, only a
+/// name that the user has typed is known to be meant.
+enum class Links : std::uint8_t { kFollowed, kReplaced };
+
 /// A result of this program while it is made: the file `path`, which a reader sees whole or not at
 /// all, or standard output for "-". What is not finished leaves no trace.
 class OutputFile {
  public:
   /// Opens the place for the result, so that another process can be let write there and nowhere
-  /// else.
-  static host::files::Result<OutputFile> open(const std::filesystem::path& path);
+  /// else. What is replaced by its name alone, be it no file, is never opened.
+  static host::files::Result<OutputFile> open(const std::filesystem::path& path,
+                                              Links links = Links::kFollowed);
 
   OutputFile(OutputFile&&) = default;
   OutputFile& operator=(OutputFile&&) = delete;
@@ -43,7 +49,8 @@ class OutputFile {
 
 /// Writes a whole result, as an OutputFile.
 host::files::Result<host::files::Done> writeOutput(const std::filesystem::path& path,
-                                                   std::string_view bytes);
+                                                   std::string_view bytes,
+                                                   Links links = Links::kFollowed);
 
 /// Whether writeOutput would write to a terminal, where a picture is of no use.
 bool isTerminal(const std::filesystem::path& path);

@@ -68,17 +68,18 @@ Failure unwritten(const std::string& path, const Failure& failure) {
   return {failure.error, (path == "-" ? "standard output" : path) + ": " + failure.reason};
 }
 
-int write(const std::string& path, std::string_view bytes) {
-  const auto written = writeOutput(path, bytes);
-  return written ? kDone : refuse(unwritten(path, written.failure()).reason);
-}
-
 std::string outputOf(const RenderOptions& options) {
   return options.output.value_or("keyboard.png");
 }
 
+Links linksOf(const RenderOptions& options) {
+  return options.output ? Links::kFollowed : Links::kReplaced;
+}
+
 int writePicture(const RenderOptions& options, const Bitmap& picture) {
-  return write(outputOf(options), host::images::encodePng(picture));
+  const std::string path = outputOf(options);
+  const auto written = writeOutput(path, host::images::encodePng(picture), linksOf(options));
+  return written ? kDone : refuse(unwritten(path, written.failure()).reason);
 }
 
 double scaleOf(const RenderOptions& options) {
@@ -93,14 +94,14 @@ struct Outside {
   std::optional<host::files::TemporaryDirectory> device;
 };
 
-Result<OutputFile> openOutput(const std::string& path) {
-  auto output = OutputFile::open(path);
+Result<OutputFile> openOutput(const std::string& path, Links links = Links::kFollowed) {
+  auto output = OutputFile::open(path, links);
   if (!output) return unwritten(path, output.failure());
   return output;
 }
 
 Result<Outside> prepare(const RenderOptions& options) {
-  auto picture = openOutput(outputOf(options));
+  auto picture = openOutput(outputOf(options), linksOf(options));
   if (!picture) return picture.failure();
   Outside outside{*std::move(picture), {}, {}};
   if (!options.keys.empty()) {

@@ -3,10 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -18,7 +16,7 @@
 #include "descriptor_io.h"
 #include "exit_status.h"
 #include "host/drawing/fonts.h"
-#include "host/files/descriptor.h"
+#include "host/files/result.h"
 #include "host/files/temporary_directory.h"
 #include "host/images/encode.h"
 #include "keyboard/keyboard_process.h"
@@ -36,7 +34,6 @@ namespace tools {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-using host::files::Descriptor;
 using watch::FileWatch;
 
 namespace {
@@ -60,27 +57,19 @@ int refuse(const std::string& reason) {
   return kTrouble;
 }
 
-/// Where a picture waits until it is known whether it is shown.
-fs::path nextPicture(const WatchOptions& options) {
-  fs::path next = options.output;
-  return next += ".next";
-}
-
-int refuseToWrite(const WatchOptions& options) {
-  return refuse(options.output.string() + ": " + host::files::lastFailure().reason);
+int refuseToWrite(const WatchOptions& options, const host::files::Failure& failure) {
+  return refuse(options.output.string() + ": " + failure.reason);
 }
 
 /// In the process of the drawing. The last good picture stays when there is no new one.
-int draw(const WatchOptions& options, const keyboard::Dress& dress, host::drawing::Fonts& fonts) {
-  // Before the theme is read, for then nothing can be opened any more.
-  const Descriptor file(::open(nextPicture(options).c_str(),
-                               O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0666));
-  if (!file) return refuseToWrite(options);
+int draw(const WatchOptions& options, const keyboard::Dress& dress, const OutputFile& next,
+         host::drawing::Fonts& fonts) {
   const auto picture =
       render::drawView(dress, keyboard::viewOf(options.view), options.scale, fonts);
   if (!picture) return refuse(picture.reason());
   const std::string bytes = host::images::encodePng(*picture);
-  return writeAll(file.get(), bytes.data(), bytes.size()) ? kDone : refuseToWrite(options);
+  if (writeAll(next.descriptor(), bytes.data(), bytes.size())) return kDone;
+  return refuseToWrite(options, host::files::lastFailure());
 }
 
 /// Draws what is there, then again whenever it changes, until a signal asks for the end.
@@ -103,7 +92,6 @@ class Watcher {
       if (const auto status = drawing_.takeStatus()) takePicture(*status);
     }
     drawing_.finish();
-    forgetPicture();
     return kDone;
   }
 
@@ -116,26 +104,20 @@ class Watcher {
     due_ = std::min(now + kQuiet, *unshownSince_ + kLongest);
   }
 
-  void forgetPicture() const {
-    std::error_code error;
-    fs::remove(nextPicture(options_), error);
-  }
-
   void takePicture(int status) {
     device_.reset();
     if (status == -1) refuse("the process that draws has died");
-    if (status != kDone) forgetPicture();
     const auto since = *unshownSince_;
-    if (status == kDone && due_ && Clock::now() < since + kLongest) return;
-    if (status == kDone) show(since);
+    const bool isOvertaken = due_ && Clock::now() < since + kLongest;
+    if (status == kDone && !isOvertaken) show(since);
+    next_.reset();
+    if (status == kDone && isOvertaken) return;
     unshownSince_ = due_ ? std::optional(Clock::now()) : std::nullopt;
   }
 
-  void show(Clock::time_point since) const {
-    std::error_code error;
-    fs::rename(nextPicture(options_), options_.output, error);
-    if (error) {
-      refuse(options_.output.string() + ": " + error.message());
+  void show(Clock::time_point since) {
+    if (const auto shown = next_->finish(); !shown) {
+      refuseToWrite(options_, shown.failure());
       return;
     }
     if (options_.dress.quiet) return;
@@ -156,9 +138,17 @@ class Watcher {
     watch_ = *std::move(watch);
     // Saved between the two, and naming other pictures.
     if (watch::filesOfTheme(options_.dress) != files) noteChange();
+    // Before the theme is read, for then nothing can be opened any more.
+    auto next = OutputFile::open(options_.output);
+    if (!next) {
+      refuseToWrite(options_, next.failure());
+      unshownSince_ = due_ ? std::optional(Clock::now()) : std::nullopt;
+      return true;
+    }
+    next_.emplace(*std::move(next));
     keyboard::Dress dress = options_.dress;
     dress.private_device = device_.emplace().path();
-    if (drawing_.start([&] { return draw(options_, dress, fonts_); })) return true;
+    if (drawing_.start([&] { return draw(options_, dress, *next_, fonts_); })) return true;
     refuse("no process can be started: " + host::files::lastFailure().reason);
     return false;
   }
@@ -179,6 +169,7 @@ class Watcher {
   host::drawing::Fonts fonts_;
   watch::Signals signals_;
   std::optional<host::files::TemporaryDirectory> device_;  // goes after the drawing
+  std::optional<OutputFile> next_;  // waits until it is known whether it is shown
   watch::Drawing drawing_;
   std::optional<FileWatch> watch_;
   std::optional<Clock::time_point> due_ = Clock::now();
@@ -187,15 +178,17 @@ class Watcher {
 
 int run(WatchOptions& options) {
   std::error_code error;
-  if (options.output == "-") return refuse("-o: a file, which is replaced again and again");
+  const auto before = fs::status(options.output, error);
+  const bool isNoFile = fs::exists(before) && !fs::is_regular_file(before);
+  if (options.output == "-" || isNoFile) {
+    return refuse("-o: a file, which is replaced again and again");
+  }
   if (!fs::exists(options.dress.theme, error)) {
     return refuse(options.dress.theme + ": No such file or directory");
   }
   options.dress.sandboxed = sandbox::isToBeUsed(options.sandbox, "watch");
   const auto files = watch::filesOfTheme(options.dress);
-  for (const fs::path& output : {options.output, nextPicture(options)}) {
-    if (const auto reason = refusalToReplace(output, files)) return refuse(*reason);
-  }
+  if (const auto reason = refusalToReplace(options.output, files)) return refuse(*reason);
   return Watcher(options).run();
 }
 

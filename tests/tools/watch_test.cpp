@@ -173,6 +173,16 @@ TEST_F(Watch, EndsAtOnceAndLeavesNothingBehind) {
   }
 }
 
+TEST_F(Watch, WritesToNothingBesideItsPicture) {
+  write("others.txt", "others");
+  fs::create_symlink(folder() / "others.txt", folder() / "T.theme/out.png.next");
+  start();
+  ASSERT_TRUE(settlesAt(1)) << read("said");
+  EXPECT_EQ(end(SIGINT), 0);
+  EXPECT_EQ(read("others.txt"), "others");
+  EXPECT_EQ(key(), 0xffff0000U);
+}
+
 TEST_F(Watch, RefusesWhatCanNeverBeDrawn) {
   for (const char* arguments : {"None.theme -o x.png", "T.theme", "T.theme -o -"}) {
     const Outcome outcome = prismal(std::string("watch ") + arguments);

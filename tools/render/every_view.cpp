@@ -93,7 +93,7 @@ std::optional<Failure> writeFiles(std::span<const View> views,
   for (std::size_t i = 0; i < views.size(); ++i) {
     const fs::path path = directory / fileNameOf(views[i]);
     const auto written = i < pictures.size() && !pictures[i].empty()
-                             ? writeOutput(path, pictures[i])
+                             ? writeOutput(path, pictures[i], Links::kReplaced)
                              : Result<host::files::Done>(Failure(ENOMEM));
     if (!written && !first) first = Failure(EIO, path.string() + ": " + written.reason());
   }
