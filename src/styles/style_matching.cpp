@@ -46,6 +46,8 @@ RuleVerdict PMJudgeRule(PropertyListView rule, const KeyIdentity& key, int contr
 
 namespace {
 
+/// Flattened: the walk has a place for all it knows in a register only when none of its steps is a
+/// call.
 [[gnu::flatten]] void addIfItHolds(std::vector<PropertyListView>& styles, PropertyListView rule,
                                    const KeyIdentity& key, int controlState) {
   const auto condition = conditionOf(rule);

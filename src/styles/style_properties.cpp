@@ -1,8 +1,10 @@
 #include "styles/style_properties.h"
 
 #include <cstddef>
+#include <iterator>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "hooks/class_references.h"
 
@@ -53,7 +55,8 @@ void setFontName(UIKBRenderTraits traits, PropertyListView value) {
 
 enum class ValueType { kString, kNumber, kTrue };
 
-inline bool hasType(PropertyListView value, ValueType type) {
+/// In line by force, like valueUnder: for one property, most of it is known when it is compiled.
+[[gnu::always_inline]] inline bool hasType(PropertyListView value, ValueType type) {
   switch (type) {
     case ValueType::kString:
       return value.isString();
@@ -88,14 +91,13 @@ constexpr StyleProperty kStyleProperties[] = {
 
 /// The value under `key` in a dictionary of those entries. Most are so small that a look at each
 /// key is quickest.
-PropertyListView valueUnder(std::string_view key, PropertyListView style,
-                            std::span<const platform::PropertyListEntry> entries) {
+[[gnu::always_inline]] inline PropertyListView valueUnder(
+    std::string_view key, PropertyListView style,
+    std::span<const platform::PropertyListEntry> entries) {
   constexpr std::size_t kFew = 8;
   if (entries.size() > kFew) return style.objectForKey(key);
   for (const auto& entry : entries) {
-    if (entry.key.size() == key.size() && entry.key.front() == key.front() && entry.key == key) {
-      return entry.value;
-    }
+    if (entry.key == key) return entry.value;
   }
   return {};
 }
@@ -107,13 +109,17 @@ void forEachSetting(PropertyListView style, Visit visit) {
   // there.
   const auto entries = style.entries();
   std::size_t remaining = entries.size();
-  for (const StyleProperty& property : kStyleProperties) {
-    if (remaining == 0) return;
+  const auto take = [&](const StyleProperty& property) __attribute__((always_inline)) {
     const PropertyListView value = valueUnder(property.key, style, entries);
-    if (!value || !hasType(value, property.type)) continue;
+    if (!value || !hasType(value, property.type)) return true;
     visit(property, value);
-    --remaining;
-  }
+    return --remaining != 0;
+  };
+  // No loop: each property gets code of its own, in which its key and what sets it are constants.
+  const auto takeAll = [&]<std::size_t... kPlace>(std::index_sequence<kPlace...>) {
+    return (take(kStyleProperties[kPlace]) && ...);
+  };
+  if (remaining != 0) takeAll(std::make_index_sequence<std::size(kStyleProperties)>());
 }
 
 }  // namespace
