@@ -177,9 +177,9 @@ std::string zshText(std::string_view text) {
   return escaped(text, "[]:\\", "\\");
 }
 
-/// One specification for _arguments, or several when the option has several names; `place` counts
+/// One entry for _arguments, or several when the option has several names; `place` counts
 /// positionals from 1.
-std::string zshSpecifications(const Option& option, int place = 0) {
+std::string zshEntries(const Option& option, int place = 0) {
   constexpr std::string_view kQuote = "'\\''";
   const std::string value = option.value == Value::kNone
                                 ? ""
@@ -190,13 +190,13 @@ std::string zshSpecifications(const Option& option, int place = 0) {
     return " \\\n        " + quoted(number + optional + value, kQuote);
   }
   const std::string described = "[" + zshText(option.description) + "]" + value;
-  std::string specifications;
+  std::string entries;
   for (const std::string& name : option.names) {
     // Any number of times: which options may be repeated is no business of a completion.
-    const std::string specification = std::string("*").append(name).append(described);
-    specifications.append(" \\\n        ").append(quoted(specification, kQuote));
+    const std::string entry = std::string("*").append(name).append(described);
+    entries.append(" \\\n        ").append(quoted(entry, kQuote));
   }
-  return specifications;
+  return entries;
 }
 
 /// `commands` with what they do, for _describe.
@@ -210,17 +210,17 @@ std::string zshNames(const std::vector<Command>& commands) {
 }
 
 std::string zshCase(const Command& command) {
-  std::string specifications;
-  for (const Option& option : command.options) specifications += zshSpecifications(option);
+  std::string entries;
+  for (const Option& option : command.options) entries += zshEntries(option);
   int place = 0;
   for (const Option& positional : command.positionals) {
-    specifications += zshSpecifications(positional, ++place);
+    entries += zshEntries(positional, ++place);
   }
   if (!command.commands.empty()) {
     const std::string words = "1:command:(" + joined(lastWordsOf(command.commands)) + ")";
-    specifications += " \\\n        " + quoted(words, "'\\''");
+    entries += " \\\n        " + quoted(words, "'\\''");
   }
-  return "    " + quoted(command.name, "'\\''") + ")\n      _arguments" + specifications + " ;;\n";
+  return "    " + quoted(command.name, "'\\''") + ")\n      _arguments" + entries + " ;;\n";
 }
 
 std::string zshCompletion(const std::vector<Command>& commands, const CLI::App& app) {
@@ -231,7 +231,7 @@ std::string zshCompletion(const std::vector<Command>& commands, const CLI::App& 
     if (command->name.find(' ') != std::string::npos) nested.push_back("'" + command->name + "'");
   }
   std::string own;
-  for (const Option& option : optionsOf(app)) own += zshSpecifications(option);
+  for (const Option& option : optionsOf(app)) own += zshEntries(option);
   return "#compdef prismal\n"
          "# Completes the command prismal in zsh.\n"
          "_prismal() {\n"

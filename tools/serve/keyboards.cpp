@@ -270,7 +270,6 @@ void Keyboards::refuse(Kept& kept, const std::optional<Message>& said) {
     }
   }
   changed_.notify_all();
-  changed_.notify_all();
   publish_("version", version(kept.look));
   if (!kept.theme.empty()) kept.checkDue = Clock::now() + kBeforeCheck;
 }
