@@ -1,5 +1,6 @@
 #include "child_process.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -7,6 +8,7 @@
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
+#include <optional>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -27,6 +29,21 @@ struct Header {
   std::uint64_t size = 0;
   bool isReason = false;
 };
+
+/// More than all pictures of a theme have together. The process may be a stranger's by now.
+constexpr std::uint64_t kMostBytes = std::uint64_t{1} << 30U;
+
+/// No more memory than what has come, and a piece. None when it ends too early.
+std::optional<std::string> receive(int fd, std::uint64_t size) {
+  constexpr std::uint64_t kPiece = std::uint64_t{1} << 20U;
+  std::string bytes;
+  while (bytes.size() < size) {
+    const std::size_t before = bytes.size();
+    bytes.resize(before + std::min(kPiece, size - before));
+    if (!readAll(fd, bytes.data() + before, bytes.size() - before)) return std::nullopt;
+  }
+  return bytes;
+}
 
 void send(int fd, const Result<std::string>& made) {
   const std::string& bytes = made ? *made : made.reason();
@@ -79,10 +96,11 @@ ChildProcess::~ChildProcess() {
 Result<std::string> ChildProcess::bytes() {
   Header header;
   if (!readAll(result_.get(), &header, sizeof header)) return Failure(ECHILD);
-  std::string bytes(header.size, '\0');
-  if (!readAll(result_.get(), bytes.data(), bytes.size())) return Failure(ECHILD);
-  if (header.isReason) return Failure(EINVAL, std::move(bytes));
-  return bytes;
+  if (header.size > kMostBytes) return Failure(ECHILD);
+  auto bytes = receive(result_.get(), header.size);
+  if (!bytes) return Failure(ECHILD);
+  if (header.isReason) return Failure(EINVAL, *std::move(bytes));
+  return *std::move(bytes);
 }
 
 }  // namespace tools

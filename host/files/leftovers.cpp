@@ -93,6 +93,8 @@ class Removal {
   alignas(8) char names_[kNamesBytes] = {};
 };
 
+}  // namespace
+
 void removeTree(const char* path) {
   if (remove(AT_FDCWD, path)) return;
   const int directory = openDirectory(AT_FDCWD, path);
@@ -100,8 +102,6 @@ void removeTree(const char* path) {
   Removal(directory).run();
   ::rmdir(path);
 }
-
-}  // namespace
 
 Leftover::Leftover(const std::string& path) {
   if (path.size() >= PATH_MAX) return;

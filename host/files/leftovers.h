@@ -33,6 +33,10 @@ class InterruptionsWait {
   sigset_t before_{};
 };
 
+/// Removes a file, or a directory with all that lies in it, however deep; symbolic links are never
+/// followed. What can't be removed stays. May be called by a signal handler.
+void removeTree(const char* path);
+
 /// Removes what is noted, directories with all that lies in them; symbolic links are never
 /// followed. Leaves alone what another process has noted, of which this one is a copy. May be
 /// called by a signal handler.

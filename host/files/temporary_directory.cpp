@@ -11,8 +11,6 @@
 #include <system_error>
 #include <utility>
 
-#include "host/files/tree.h"
-
 namespace host::files {
 namespace {
 
@@ -58,7 +56,7 @@ TemporaryDirectory& TemporaryDirectory::operator=(TemporaryDirectory&& other) no
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
-  if (!path_.empty()) removeEntry(AT_FDCWD, path_.c_str());
+  if (!path_.empty()) removeTree(path_.c_str());
 }
 
 }  // namespace host::files

@@ -139,4 +139,38 @@ TEST_F(Render, LeavesOutPicturesThatLieOutsideTheTheme) {
   }
 }
 
+TEST_F(Render, FollowsLinksOnlyWhereTheirNameWasTyped) {
+  const auto plant = [&](const std::string& name) {
+    write("others.txt", "others");
+    fs::remove(folder() / name);
+    fs::create_directories((folder() / name).parent_path());
+    fs::create_symlink(folder() / "others.txt", folder() / name);
+  };
+  const struct {
+    const char* name;
+    const char* arguments;
+  } cases[] = {{"keyboard.png", "--system"},
+               {"keyboard.png", "--system --sheet --device phone-4 --keyplane small-letters"}};
+  for (const auto& c : cases) {
+    plant(c.name);
+    ASSERT_EQ(run(c.arguments).status, 0) << c.arguments;
+    EXPECT_EQ(read("others.txt"), "others") << c.arguments;
+    EXPECT_FALSE(fs::is_symlink(folder() / c.name)) << c.arguments;
+    EXPECT_FALSE(read(c.name).empty()) << c.arguments;
+  }
+  // The first run tells how the files of a directory are named.
+  const std::string all = "--system --all all --device phone-4 --keyplane small-letters";
+  ASSERT_EQ(run(all).status, 0);
+  const std::string one =
+      (fs::path("all") / fs::directory_iterator(folder() / "all")->path().filename()).string();
+  plant(one);
+  ASSERT_EQ(run(all).status, 0);
+  EXPECT_EQ(read("others.txt"), "others");
+  EXPECT_FALSE(fs::is_symlink(folder() / one));
+  plant("typed.png");
+  ASSERT_EQ(run("--system -o typed.png").status, 0);
+  EXPECT_TRUE(fs::is_symlink(folder() / "typed.png"));
+  EXPECT_NE(read("others.txt"), "others");
+}
+
 }  // namespace
