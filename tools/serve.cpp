@@ -95,8 +95,9 @@ void addServeCommand(CLI::App& app, int& status) {
                    "pictures of their own")
       ->type_name("DIR");
   sandbox::addSandboxOption(*command, options->sandbox);
-  command->add_option("--library", options->library,
-                      "The library to load, in place of the one that came with this program");
+  CLI::Option* const library = command->add_option(
+      "--library", options->library,
+      "The library to load, in place of the one that came with this program");
   command->footer(
       "Prints the page's address and serves it to this machine alone, until interrupted. What is\n"
       "saved is drawn at once; a theme that can't be read leaves the last good picture. Nothing "
@@ -106,7 +107,10 @@ void addServeCommand(CLI::App& app, int& status) {
       "Examples:\n"
       "  prismal serve examples/Dusk.theme --open\n"
       "  prismal serve My.theme --compare examples/Dusk.theme --port 0");
-  command->callback([options, &status] { status = run(*options); });
+  command->callback([options, library, &status] {
+    options->isLibraryNamed = library->count() > 0;
+    status = run(*options);
+  });
 }
 
 }  // namespace tools

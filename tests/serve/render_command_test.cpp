@@ -1,5 +1,6 @@
 #include "serve/render_command.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -19,44 +20,51 @@ struct Case {
 
 TEST(RenderCommand, SaysWhatIsNotUsual) {
   const Case kCases[] = {
-      {"Dusk.theme", {}, "prismal render Dusk.theme"},
-      {"Dusk.theme",
+      {"/themes/Dusk.theme", {}, "prismal render /themes/Dusk.theme"},
+      {"/themes/Dusk.theme",
        {{"device", "phone-3.5"},
         {"orientation", "portrait"},
         {"style", "standard"},
         {"scale", "2"}},
-       "prismal render Dusk.theme"},
-      {"Dusk.theme",
+       "prismal render /themes/Dusk.theme"},
+      {"/themes/Dusk.theme",
        {{"device", "tablet-split"}, {"orientation", "landscape"}, {"style", "alert"}},
-       "prismal render Dusk.theme --device tablet-split --orientation landscape --style alert"},
-      {"Dusk.theme", {{"scale", "1"}}, "prismal render Dusk.theme --scale 1"},
-      {"Dusk.theme", {{"scale", "3"}}, "prismal render Dusk.theme"},
-      {"Dusk.theme", {{"look", "system"}, {"press", "q"}}, "prismal render --system --press q"},
-      {"Dusk.theme", {{"look", "other"}}, "prismal render Other.theme"},
-      {"Dusk.theme", {{"beside", "system"}}, "prismal render Dusk.theme --beside-system"},
-      {"Dusk.theme", {{"beside", "other"}}, "prismal render Dusk.theme --diff Other.theme"},
-      {"Dusk.theme",
+       "prismal render /themes/Dusk.theme --device tablet-split --orientation landscape --style alert"},
+      {"/themes/Dusk.theme", {{"scale", "1"}}, "prismal render /themes/Dusk.theme --scale 1"},
+      {"/themes/Dusk.theme", {{"scale", "3"}}, "prismal render /themes/Dusk.theme"},
+      {"/themes/Dusk.theme", {{"look", "system"}, {"press", "q"}}, "prismal render --system --press q"},
+      {"/themes/Dusk.theme", {{"look", "other"}}, "prismal render /themes/Other.theme"},
+      {"/themes/Dusk.theme", {{"beside", "system"}}, "prismal render /themes/Dusk.theme --beside-system"},
+      {"/themes/Dusk.theme", {{"beside", "other"}}, "prismal render /themes/Dusk.theme --diff /themes/Other.theme"},
+      {"/themes/Dusk.theme",
        {{"dictation-key", "yes"}, {"international-key", "no"}, {"dictation", "yes"}},
-       "prismal render Dusk.theme --dictation-key yes --international-key no --dictation"},
-      {"Dusk.theme",
+       "prismal render /themes/Dusk.theme --dictation-key yes --international-key no --dictation"},
+      {"/themes/Dusk.theme",
        {{"keyplane", "numbers"}, {"press", "$"}, {"disable", "-"}},
-       "prismal render Dusk.theme --keyplane numbers --press '$' --disable=-"},
-      {"My own; rm -r.theme", {}, "prismal render 'My own; rm -r.theme'"},
-      {"It's.theme", {{"shift", "locked"}}, "prismal render 'It'\\''s.theme' --shift locked"},
-      {"-x.theme", {}, "prismal render ./-x.theme"},
+       "prismal render /themes/Dusk.theme --keyplane numbers --press '$' --disable=-"},
+      {"/My own; rm -r.theme", {}, "prismal render '/My own; rm -r.theme'"},
+      {"/It's.theme", {{"shift", "locked"}}, "prismal render '/It'\\''s.theme' --shift locked"},
+      {"/themes/./x/../Dusk.theme", {}, "prismal render /themes/Dusk.theme"},
   };
   for (const Case& each : kCases) {
     Question question;
     ASSERT_FALSE(readQuestion(each.parameters, kAll, question)) << each.line;
-    const Options options{.theme = each.theme, .other = "Other.theme", .device = {}, .library = {}};
+    const Options options{.theme = each.theme, .other = "/themes/Other.theme", .device = {}, .library = {}};
     EXPECT_EQ(renderCommand(options, question, ""), each.line);
   }
 }
 
-TEST(RenderCommand, NamesTheSettings) {
-  const Options options{.theme = "T.theme", .other = {}, .device = {}, .library = {}};
+TEST(RenderCommand, NamesWhatTheServerWasGiven) {
+  Options options{.theme = "T.theme", .other = {}, .device = {}, .library = "/lib/mine.so"};
+  const std::string here = std::filesystem::current_path().string();
   EXPECT_EQ(renderCommand(options, {}, "/tmp/a b.plist"),
-            "prismal render T.theme --settings '/tmp/a b.plist'");
+            "prismal render " + here + "/T.theme --settings '/tmp/a b.plist'");
+  Question ofSystem;
+  ofSystem.look = Look::system;
+  options.isLibraryNamed = true;
+  options.sandbox = false;
+  EXPECT_EQ(renderCommand(options, ofSystem, "/tmp/a b.plist"),
+            "prismal render --system --library /lib/mine.so --no-sandbox");
 }
 
 }  // namespace

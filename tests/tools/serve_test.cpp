@@ -48,6 +48,8 @@ class Serve : public DeviceCommand {
   /// Starts it, and takes its port from the address that it prints.
   void start(std::vector<std::string> more = {}) {
     fs::create_directories(folder() / "tmp");
+    // Of files as new as the program, a second version may follow the first by itself.
+    std::this_thread::sleep_for(20ms);
     std::array<int, 2> ends{};
     ASSERT_EQ(pipe(ends.data()), 0);
     server_ = fork();
@@ -167,7 +169,7 @@ TEST_F(Serve, AnswersAsTheCommandsDo) {
   EXPECT_EQ(get("/sheet.png?device=phone-4&keyplane=numbers&scale=1").body, read("s.png"));
 
   const auto command = get("/command?press=a&device=tablet").json();
-  EXPECT_EQ(command["command"], "prismal render T.theme --device tablet --press a");
+  EXPECT_EQ(command["command"], "prismal render " + (folder() / "T.theme").string() + " --device tablet --press a");
   EXPECT_EQ(get("/").status, 200);
   EXPECT_TRUE(get("/page.js").says("Content-Type: text/javascript"));
 }
@@ -343,7 +345,9 @@ TEST_F(Serve, AUsersPictureLiesBehindTheKeys) {
   for (const char* const wrong : {"&picture=2", "", "&picture=0&remove=yes"}) {
     EXPECT_EQ(post(place + wrong).status, 400) << wrong;
   }
-  EXPECT_EQ(post(place, "no picture").status, 400);
+  for (const std::string& wrong : {std::string("no picture"), png(1, 2, 3).substr(0, 8)}) {
+    EXPECT_EQ(post(place, wrong).status, 400) << wrong;
+  }
   EXPECT_EQ(fs::exists(folder() / "T.theme/chosen-1.png"), false);
 }
 
@@ -401,6 +405,72 @@ TEST_F(Serve, TheServerItselfIsReplaced) {
   kill(servers.front(), SIGKILL);
   EXPECT_EQ(key(), kRed);
   EXPECT_NE(children("prismal-server"), servers);
+}
+
+TEST_F(Serve, TheHostsOfADeadServerEnd) {
+  start();
+  EXPECT_EQ(key(), kRed);
+  const auto hosts = children("prismal-host");
+  // They can't notice by themselves that their server has gone.
+  for (const pid_t host : hosts) kill(host, SIGSTOP);
+  kill(children("prismal-server").front(), SIGKILL);
+  EXPECT_EQ(key(), kRed);
+  for (const pid_t host : children("prismal-host")) {
+    EXPECT_EQ(std::ranges::find(hosts, host), hosts.end());
+  }
+}
+
+TEST_F(Serve, AHungProcessStopsNothingElse) {
+  start();
+  EXPECT_EQ(key(), kRed);
+  EXPECT_EQ(get("/picture.png?look=system").status, 200);
+  // Nothing else is about to start once a version has been checked.
+  EventStream(port()).next("findings", [](const auto&) { return true; });
+  for (const pid_t host : children("prismal-host")) kill(host, SIGSTOP);
+  std::vector<Connection> waiting;
+  waiting.reserve(12);
+  for (int i = 0; i < 12; ++i) {
+    waiting.emplace_back(port());
+    waiting.back().send("GET /picture.png?press=" + std::string(1, static_cast<char>('a' + i)) +
+                        " HTTP/1.1\r\n" + ownHost() + "\r\n");
+  }
+  std::this_thread::sleep_for(200ms);
+  const auto start = std::chrono::steady_clock::now();
+  for (const char* const target : {"/", "/theme.json", "/command", "/check.json"}) {
+    EXPECT_EQ(get(target).status, 200) << target;
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
+  for (Connection& connection : waiting) EXPECT_EQ(connection.readAnswer().status, 200);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 15s);
+}
+
+TEST_F(Serve, AHungAnswererIsReplaced) {
+  start();
+  EventStream(port()).next("findings", [](const auto&) { return true; });
+  EXPECT_EQ(get("/explain.json?key=q").status, 200);
+  for (const pid_t host : children("prismal-host")) kill(host, SIGSTOP);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(get("/explain.json?key=w").status, 200);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 15s);
+}
+
+TEST_F(Serve, ACheckThatDiesIsTriedOnceMore) {
+  // Long enough to be caught.
+  std::string rules;
+  for (int i = 0; i < 400; ++i) rules += "<array><string>KeyName=A</string><dict/></array>";
+  write("T.theme/theme.plist", "<dict><key>Styles</key><dict><key>iPhone-Standard</key><array>" +
+                                   rules + "</array></dict></dict>");
+  start();
+  EventStream events(port());
+  std::vector<pid_t> killed;
+  for (int tries = 0; tries < 5000 && killed.empty(); ++tries) {
+    killed = children("prismal-check");
+    if (killed.empty()) std::this_thread::sleep_for(1ms);
+  }
+  ASSERT_FALSE(killed.empty());
+  kill(killed.front(), SIGKILL);
+  const auto findings = events.next("findings", [](const auto&) { return true; });
+  EXPECT_FALSE(findings.contains("trouble")) << findings;
 }
 
 TEST_F(Serve, EndsAtOnceAndLeavesNothingBehind) {
@@ -541,8 +611,10 @@ TEST_F(Serve, AnswersSeveralRequestsOfAConnection) {
   connection.send("GET /page.css HTTP/1.1\r\n" + ownHost() +
                   "If-None-Match: " + tag.substr(0, tag.find('\r')) + "\r\n\r\n");
   EXPECT_EQ(connection.readAnswer().status, 304);
-  connection.send("HEAD /picture.png HTTP/1.1\r\n" + ownHost() + "Connection: close\r\n\r\n");
+  connection.send("HEAD /picture.png HTTP/1.1\r\n" + ownHost() + "\r\n");
   EXPECT_TRUE(connection.readTo("\r\n\r\n").starts_with("HTTP/1.1 200"));
+  connection.send("HEAD /picture.png HTTP/1.1\r\nHost: \r\n" + ownHost() + "\r\n");
+  EXPECT_TRUE(connection.readTo("\r\n\r\n").starts_with("HTTP/1.1 400"));
   EXPECT_EQ(connection.readTo("more"), "");
 }
 

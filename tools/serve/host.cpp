@@ -15,6 +15,7 @@
 #include "check/report.h"
 #include "explain/theme_rules.h"
 #include "host/files/device_root.h"
+#include "host/images/decode.h"
 #include "host/system/process.h"
 #include "keyboard/confinement.h"
 #include "platform/foundation.h"
@@ -135,6 +136,8 @@ Result<std::string> answer(Wish wish, const Question& question, const explain::T
   std::signal(SIGCHLD, SIG_DFL);
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   const Message question{Json::parse(asked.text)};
+  // Whoever asks knows by this that the answerer doesn't hang.
+  send(asked.socket.get(), {Json::object()});
   try {
     send(asked.socket.get(), messageOf(answer(wishOf(question), questionOf(question), rules)));
   } catch (const std::exception& error) {
@@ -158,6 +161,15 @@ void answerAll(const Dress& dress, int socket) {
   while (const auto asked = takePassed(socket)) {
     if (fork() == 0) answerInCopy(*asked, *rules);
   }
+}
+
+void decodeOnce(int socket) {
+  send(socket, {{{"ok", true}}});
+  const auto file = receive(socket);
+  if (!file) return;
+  const auto decoded = host::images::decode(file->bytes);
+  send(socket, decoded ? Message{{{"ok", true}}}
+                       : refusal("the body is no picture: " + decoded.reason, kWrongQuestion));
 }
 
 void checkOnce(const Dress& dress, int socket) {
@@ -185,6 +197,8 @@ void runHost(const HostTask& task, const Dress& dress, host::drawing::Fonts& fon
       return answerAll(dress, socket);
     case Role::checker:
       return checkOnce(dress, socket);
+    case Role::decoder:
+      return decodeOnce(socket);
   }
 }
 

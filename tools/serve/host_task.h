@@ -14,10 +14,12 @@ enum class Role : std::uint8_t {
   performer,  ///< shows views one after the other, as a device's keyboard does, and draws them
   answerer,   ///< has shown nothing, and answers each question in a copy of itself
   checker,    ///< looks through the theme once
+  decoder,    ///< finds out whether a file that a user has chosen is a picture
 };
 
 inline constexpr keyboard::Word<Role> kRoles[] = {
-    {"performer", Role::performer}, {"answerer", Role::answerer}, {"checker", Role::checker}};
+    {"performer", Role::performer}, {"answerer", Role::answerer}, {"checker", Role::checker},
+    {"decoder", Role::decoder}};
 
 /// What is asked for: of a performer the first two, of an answerer all.
 enum class Wish : std::uint8_t { picture, keys, explanation, rule, sheet };

@@ -1,5 +1,6 @@
 #include "serve/keyboard_host.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <sys/socket.h>
@@ -19,6 +20,9 @@ using host::files::Result;
 
 namespace {
 
+/// An answerer does no more than take a question and make a copy of itself.
+constexpr std::chrono::seconds kForCopy(5);
+
 std::optional<Message> receiveWithin(const Descriptor& socket, std::chrono::seconds limit) {
   const timeval time{.tv_sec = limit.count(), .tv_usec = 0};
   ::setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
@@ -34,6 +38,11 @@ std::optional<std::array<Descriptor, 2>> socketPair(int type) {
 
 }  // namespace
 
+KeyboardHost::~KeyboardHost() {
+  // It ends by itself when nobody holds its other end, unless it hangs.
+  kill();
+}
+
 std::optional<Message> KeyboardHost::hearFirst(std::chrono::seconds limit) {
   auto message = receiveWithin(socket_, limit);
   isHeard_ = message.has_value();
@@ -47,11 +56,11 @@ std::optional<Message> KeyboardHost::hear(std::chrono::seconds limit) {
   return hearFirst(limit);
 }
 
-std::optional<Message> KeyboardHost::ask(const Json& question, std::chrono::seconds limit) {
+std::optional<Message> KeyboardHost::ask(const Message& question, std::chrono::seconds limit) {
   const std::scoped_lock lock(asking_);
   if (isDead_ || (!isHeard_ && !hearFirst(limit))) return std::nullopt;
   if (!refusal_.is_null()) return Message{refusal_};
-  if (!send(socket_.get(), {question})) {
+  if (!send(socket_.get(), question)) {
     kill();
     return std::nullopt;
   }
@@ -73,6 +82,10 @@ std::optional<Message> KeyboardHost::askCopy(const Json& question, std::chrono::
   }
   // The copy has it now; kept open here, its death would not be noticed.
   theirs = Descriptor();
+  if (!receiveWithin(ours, std::min(limit, kForCopy))) {
+    kill();
+    return std::nullopt;
+  }
   return receiveWithin(ours, limit);
 }
 

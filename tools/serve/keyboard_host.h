@@ -27,6 +27,9 @@ class KeyboardHost {
         isAnswerer_(task.role == Role::answerer),
         socket_(std::move(socket)),
         starter_(starter) {}
+  KeyboardHost(const KeyboardHost&) = delete;
+  KeyboardHost& operator=(const KeyboardHost&) = delete;
+  ~KeyboardHost();
 
   std::uint64_t number() const { return number_; }
   bool isAnswerer() const { return isAnswerer_; }
@@ -37,7 +40,7 @@ class KeyboardHost {
   /// than `limit`; it is dead then.
   std::optional<Message> hear(std::chrono::seconds limit);
   /// Asks it; one that would not start answers with what it said. None as above.
-  std::optional<Message> ask(const Json& question, std::chrono::seconds limit);
+  std::optional<Message> ask(const Message& question, std::chrono::seconds limit);
   /// Asks an answerer, of which a copy answers: several may be asked at once. None when the copy
   /// died or took longer.
   std::optional<Message> askCopy(const Json& question, std::chrono::seconds limit);

@@ -33,6 +33,8 @@ constexpr auto kBeforeCheck = 120ms;
 
 constexpr auto kForStart = 20s;
 constexpr auto kForAnswer = 20s;
+/// A picture takes milliseconds.
+constexpr auto kForPicture = 3s;
 constexpr auto kForSheet = 120s;
 constexpr auto kForSuccessor = 3s;
 
@@ -54,6 +56,11 @@ bool hasChangedSince(const fs::path& path, const timespec& time) {
     return static_cast<double>(at.tv_sec) + 1e-9 * static_cast<double>(at.tv_nsec);
   };
   return seconds(status.st_ctim) > seconds(time) - kTick_s;
+}
+
+std::chrono::seconds limitFor(Wish wish) {
+  if (wish == Wish::sheet) return kForSheet;
+  return wish == Wish::picture || wish == Wish::keys ? kForPicture : kForAnswer;
 }
 
 double scaleOf(const Parameters& parameters) {
@@ -256,7 +263,7 @@ void Keyboards::show(Kept& kept, const Start& start, const Message& ready) {
   publish_("version", version(kept.look));
   // Its settings are those of when it started.
   if (settings_.generation() != start.generation) putSettingsOn(kept);
-  if (!kept.theme.empty()) kept.checkDue = Clock::now() + kBeforeCheck;
+  dueForCheck(kept);
 }
 
 void Keyboards::refuse(Kept& kept, const std::optional<Message>& said) {
@@ -271,10 +278,16 @@ void Keyboards::refuse(Kept& kept, const std::optional<Message>& said) {
   }
   changed_.notify_all();
   publish_("version", version(kept.look));
-  if (!kept.theme.empty()) kept.checkDue = Clock::now() + kBeforeCheck;
+  dueForCheck(kept);
 }
 
 // Checks
+
+void Keyboards::dueForCheck(Kept& kept) {
+  if (kept.theme.empty()) return;
+  kept.checkDue = Clock::now() + kBeforeCheck;
+  kept.isCheckedAgain = false;
+}
 
 void Keyboards::startCheck(Kept& kept) {
   kept.checkDue.reset();
@@ -290,6 +303,8 @@ void Keyboards::stopCheck(Kept& kept) {
 void Keyboards::takeCheck(Kept& kept) {
   const auto said = kept.checker->hear(kForAnswer);
   kept.checker.reset();
+  // Somebody may have ended it.
+  if (!said && !std::exchange(kept.isCheckedAgain, true)) return startCheck(kept);
   Json findings = said ? Json::parse(said->bytes, nullptr, false) : Json();
   if (!findings.is_object()) {
     findings = {{"findings", Json::array()},
@@ -411,15 +426,22 @@ std::optional<Reply> Keyboards::askHost(KeyboardHost& host, Wish wish,
   const std::string key = cacheKey(host, wish, parameters, settings_.generation());
   if (auto known = cache_.find(key)) return Reply{200, *std::move(known)};
   const Json question = jsonOf(wish, parameters);
-  auto said = host.isAnswerer()
-                  ? host.askCopy(question, wish == Wish::sheet ? kForSheet : kForAnswer)
-                  : host.ask(question, kForAnswer);
+  auto said = host.isAnswerer() ? host.askCopy(question, limitFor(wish))
+                                : host.ask({question}, limitFor(wish));
   if (!said) return std::nullopt;
   if (!said->head.value("ok", false)) {
     return Reply{said->head.value("status", 503), said->head.value("reason", "")};
   }
   cache_.keep(key, said->bytes);
   return Reply{200, std::move(said->bytes)};
+}
+
+Reply Keyboards::lookAtPicture(std::string file) {
+  const auto decoder = starter_.start({.role = Role::decoder, .look = Look::system});
+  const auto said =
+      decoder ? decoder->ask({Json::object(), std::move(file)}, kForPicture) : std::nullopt;
+  if (!said) return {400, "the body is no picture that can be read"};
+  return {said->head.value("status", 200), said->head.value("reason", "")};
 }
 
 // Telling

@@ -53,6 +53,9 @@ class Keyboards {
   bool has(Look look) const;
   /// Waits for the process that answers, and once for its successor should it die.
   Reply ask(Wish wish, const Question& question, Parameters parameters);
+  /// Whether a file that comes from outside is a picture: its status is 200 then, else 400 with the
+  /// reason. A process of its own decodes it.
+  Reply lookAtPicture(std::string file);
   /// Tells the running processes of the user's settings, as on a device.
   void tellSettings();
   /// Has processes begin anew with the same themes, as a device's do that are opened again: some
@@ -79,7 +82,8 @@ class Keyboards {
     std::optional<Clock::time_point> since;  ///< of the first change that is not shown
     std::optional<Clock::time_point> checkDue;
     HostHandle checker;
-    std::size_t deaths = 0;  ///< since the theme was saved last
+    bool isCheckedAgain = false;  ///< a check of this version has died
+    std::size_t deaths = 0;       ///< since the theme was saved last
 
     // Guarded by mutex_.
     std::uint64_t version = 0;
@@ -111,6 +115,7 @@ class Keyboards {
   void refuse(Kept& kept, const std::optional<Message>& said);
   static void watchWays(Kept& kept);
   bool followFiles(Kept& kept, const Json& files, timespec start);
+  static void dueForCheck(Kept& kept);
   void startCheck(Kept& kept);
   void takeCheck(Kept& kept);
   void stopCheck(Kept& kept);

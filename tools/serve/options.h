@@ -18,6 +18,7 @@ struct Options {
   std::uint16_t port = kUsualPort;  ///< 0: any that is free
   bool opens = false;
   std::filesystem::path library;
+  bool isLibraryNamed = false;  ///< by the user: it isn't the one that belongs to this program
   bool sandbox = true;  ///< whether processes that read a theme give up what they don't need
 };
 

@@ -102,7 +102,7 @@ constexpr Parameter kParameters[] = {
      [](Question& to, auto text) { return putWord(to.usePrismal, keyboard::kYesOrNo, text); }},
     {"remove",
      [](Question& to, auto text) { return putWord(to.remove, keyboard::kYesOrNo, text); }},
-    {"beside", [](Question& to, auto text) { return putWord(to.beside, kLooks, text); }},
+    {"beside", [](Question& to, auto text) { return putWord(to.beside, kOtherLooks, text); }},
     // Makes an address another one, for browsers.
     {"version", [](Question&, auto text) { return numberOf(text).has_value(); }},
 };

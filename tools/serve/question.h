@@ -20,6 +20,10 @@ enum class Look : std::uint8_t { theme, system, other };
 inline constexpr keyboard::Word<Look> kLooks[] = {
     {"theme", Look::theme}, {"system", Look::system}, {"other", Look::other}};
 
+/// What can stand beside another look.
+inline constexpr keyboard::Word<Look> kOtherLooks[] = {{"system", Look::system},
+                                                       {"other", Look::other}};
+
 /// The visual styles behind whose keys a user can put a picture.
 inline constexpr std::string_view kBackgroundStyles[] = {"iPhone-Standard",  "iPhone-Alert",
                                                          "iPhone-Dictation", "iPad-Standard",

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <system_error>
 
 #include "host/files/shell_words.h"
 
@@ -42,16 +44,22 @@ class Line {
   std::string line_ = "prismal render";
 };
 
-/// A path that begins with a dash would be taken for an option.
-std::string pathOf(const std::string& theme) {
-  return theme.starts_with('-') ? "./" + theme : theme;
+/// Whole: nobody knows from where the line is run.
+std::string pathOf(const std::filesystem::path& path) {
+  std::error_code error;
+  return std::filesystem::absolute(path, error).lexically_normal().string();
 }
 
 void addDress(Line& line, const Options& options, const Question& question,
               const std::string& settings) {
-  if (question.look == Look::system) return line.add("--system");
-  line.add(pathOf(question.look == Look::other ? options.other : options.theme));
-  if (!settings.empty()) line.add("--settings", settings);
+  if (question.look == Look::system) {
+    line.add("--system");
+  } else {
+    line.add(pathOf(question.look == Look::other ? options.other : options.theme));
+    if (!settings.empty()) line.add("--settings", settings);
+  }
+  if (options.isLibraryNamed) line.add("--library", pathOf(options.library));
+  if (!options.sandbox) line.add("--no-sandbox");
 }
 
 void addView(Line& line, const keyboard::ViewOptions& view) {

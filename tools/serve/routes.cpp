@@ -32,7 +32,7 @@ constexpr const char* kJson = "application/json";
 constexpr const char* kPng = "image/png";
 
 // Which parameters a route has.
-constexpr std::string_view kNone[] = {""};
+constexpr Names kNone;
 constexpr std::string_view kLookAlone[] = {"look", "version"};
 constexpr std::string_view kOfView[] = {
     "device",    "orientation", "style", "keyplane", "dictation-key", "international-key",
@@ -108,32 +108,35 @@ const PageFile* findPageFile(std::string_view path) {
   return nullptr;
 }
 
-bool isPicture(std::string_view bytes) {
-  return bytes.starts_with("\x89PNG\r\n\x1a\n") || bytes.starts_with("\xff\xd8\xff");
-}
-
 }  // namespace
 
 struct Routes::Route {
   std::string_view path;
   bool isPost;
+  bool asksKeyboard;
   Names parameters;
   Answer answer;
 };
 
 const Routes::Route Routes::kRoutes[] = {
-    {"/picture.png", false, kOfView, &Routes::picture},
-    {"/keys.json", false, kOfView, &Routes::keys},
-    {"/explain.json", false, kOfKey, &Routes::explanation},
-    {"/rule.json", false, kOfRule, &Routes::rule},
-    {"/sheet.png", false, kOfSheet, &Routes::sheet},
-    {"/check.json", false, kLookAlone, &Routes::check},
-    {"/theme.json", false, kNone, &Routes::theme},
-    {"/command", false, kOfCommand, &Routes::command},
-    {"/events", false, kNone, &Routes::events},
-    {"/settings", true, kOfUse, &Routes::setUse},
-    {"/settings/picture", true, kOfPicture, &Routes::setPicture},
+    {"/picture.png", false, true, kOfView, &Routes::picture},
+    {"/keys.json", false, true, kOfView, &Routes::keys},
+    {"/explain.json", false, true, kOfKey, &Routes::explanation},
+    {"/rule.json", false, true, kOfRule, &Routes::rule},
+    {"/sheet.png", false, true, kOfSheet, &Routes::sheet},
+    {"/check.json", false, false, kLookAlone, &Routes::check},
+    {"/theme.json", false, false, kNone, &Routes::theme},
+    {"/command", false, false, kOfCommand, &Routes::command},
+    {"/events", false, false, kNone, &Routes::events},
+    {"/settings", true, false, kOfUse, &Routes::setUse},
+    {"/settings/picture", true, true, kOfPicture, &Routes::setPicture},
 };
+
+bool Routes::isQuick(std::string_view target) {
+  const std::string_view path = target.substr(0, target.find('?'));
+  const auto route = std::ranges::find(kRoutes, path, &Route::path);
+  return route != std::end(kRoutes) ? !route->asksKeyboard : findPageFile(path) != nullptr;
+}
 
 Response Routes::answer(const Request& request) const {
   const auto route = std::ranges::find(kRoutes, request.path, &Route::path);
@@ -146,7 +149,7 @@ Response Routes::answer(const Request& request) const {
   } else if (request.method == "POST") {
     response = refusal(405, "GET or HEAD");
     response.headers.emplace_back("Allow", "GET, HEAD");
-  } else if (!request.parameters.empty() && request.path != "/") {
+  } else if (!request.parameters.empty()) {
     response = refusal(400, "no parameters here");
   } else {
     response = {.type = typeOf(file->name), .body = std::string(file->bytes)};
@@ -222,7 +225,7 @@ Response Routes::theme(const Request&, const Question&) const {
 }
 
 Response Routes::command(const Request&, const Question& question) const {
-  return jsonResponse({{"command", renderCommand(options_, question, settings_.file())}});
+  return jsonResponse({{"command", renderCommand(options_, question, settings_.unusualFile())}});
 }
 
 Response Routes::events(const Request& request, const Question&) const {
@@ -260,7 +263,8 @@ Result<Done> Routes::choosePicture(const Request& request, const Question& quest
   const std::string orientation = isUpright ? "Portrait" : "Landscape";
   if (question.remove) return settings_.removePicture(style, orientation);
   if (!question.picture) {
-    if (!isPicture(request.body)) return Failure(EINVAL, "the body is no PNG or JPEG file");
+    const Reply look = keyboards_.lookAtPicture(std::string(request.body));
+    if (look.status != 200) return Failure(EINVAL, look.bytes);
     return settings_.setPicture(style, orientation, "", std::string(request.body), "");
   }
   const Json pictures = keyboards_.facts(Look::theme)["pictures"];

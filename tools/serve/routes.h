@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "serve/http/exchange.h"
 #include "serve/keyboards.h"
@@ -16,6 +17,9 @@ class Routes {
       : options_(options), keyboards_(keyboards), settings_(settings) {}
 
   http::Response answer(const http::Request& request) const;
+  /// Whether what is at `target`, encoded and with its parameters, is answered without waiting for
+  /// a keyboard.
+  static bool isQuick(std::string_view target);
   /// The events that a page has missed when it begins to listen: all that is true now.
   std::string greeting() const;
 

@@ -67,8 +67,9 @@ void serve(const ServerPlace& place) {
   const Routes routes(place.options, keyboards, settings);
   const std::unique_ptr<http::Translator> translator(
       loadModule()([&](const http::Request& request) { return routes.answer(request); }));
-  server = std::make_unique<http::Server>(std::move(place.listeners.sockets), place.listeners.port,
-                                          *translator, [&] { return routes.greeting(); });
+  server = std::make_unique<http::Server>(
+      std::move(place.listeners.sockets), place.listeners.port, *translator,
+      [&] { return routes.greeting(); }, Routes::isQuick);
   auto end = Keyboards::End::kAsked;
   std::thread follower([&] {
     end = keyboards.run(place.channel);

@@ -150,12 +150,25 @@ void Supervisor::takeOrder() {
 void Supervisor::noteEnd(const Child& child, int status) {
   if (child.kind == Kind::kServer) {
     channel_ = Descriptor();
+    endHosts();
     quickEnds_ = Clock::now() - serverStart_ < kQuick ? quickEnds_ + 1 : 1;
     return;
   }
   static_cast<void>(sessionRoot_->remove(folderOf(child.number)));
   const Json note = {{"ended", child.number}, {"how", endOf(status)}};
   if (channel_) pass(channel_.get(), note.dump());
+}
+
+/// Those of a dead server: the next one's have the same numbers.
+void Supervisor::endHosts() {
+  for (const auto& [process, child] : children_) {
+    if (child.kind != Kind::kHost) continue;
+    ::kill(process, SIGKILL);
+    while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    static_cast<void>(sessionRoot_->remove(folderOf(child.number)));
+  }
+  std::erase_if(children_, [](const auto& child) { return child.second.kind == Kind::kHost; });
 }
 
 void Supervisor::reap() {

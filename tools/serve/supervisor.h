@@ -53,6 +53,7 @@ class Supervisor {
   void startHost(const HostTask& task, host::files::Descriptor socket);
   void reap();
   void noteEnd(const Child& child, int status);
+  void endHosts();
   void endAll();
   keyboard::Dress dressFor(const HostTask& task) const;
   std::string folderOf(std::uint64_t host) const { return "host-" + std::to_string(host); }

@@ -1,5 +1,6 @@
 #include "serve/user_settings.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <system_error>
 #include <utility>
@@ -103,6 +104,13 @@ Result<Done> UserSettings::takeFrom(const DeviceRoot& device) {
 std::string UserSettings::file() const {
   const std::scoped_lock lock(mutex_);
   return generation_ == 0 ? "" : path_.string() + std::string(device::kSettings);
+}
+
+std::string UserSettings::unusualFile() const {
+  const Json chosen = json();
+  const bool isUsual = chosen["usePrismal"] == true &&
+                       std::ranges::all_of(chosen["pictures"], &Json::empty);
+  return isUsual ? "" : file();
 }
 
 Result<Done> UserSettings::putOn(const DeviceRoot& device) const {

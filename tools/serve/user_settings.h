@@ -33,6 +33,8 @@ class UserSettings {
 
   /// The file; empty as long as nothing has been chosen.
   std::string file() const;
+  /// The same; empty also when what has been chosen is what a new user has.
+  std::string unusualFile() const;
   /// Puts them on the device of a running keyboard, and tells it.
   host::files::Result<host::files::Done> putOn(const host::files::DeviceRoot& device) const;
 

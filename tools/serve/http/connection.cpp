@@ -103,7 +103,8 @@ void Connection::linger() {
 }
 
 void Connection::refuse(const Refusal& refusal) {
-  send({bytesOf(refusal), true, false});
+  const bool isHead = headBytes_.starts_with("HEAD ");
+  send({isHead ? headOf(refusal) : headOf(refusal) + bodyOf(refusal.reason), true, false});
 }
 
 /// The size of a head that has come in whole.

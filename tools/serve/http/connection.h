@@ -56,6 +56,8 @@ class Connection {
   /// before the next is taken.
   std::optional<Incoming> go(short ready);
   void send(Answer answer);
+  /// Answers by itself, and closes.
+  void refuse(const Refusal& refusal);
   /// Adds to a stream; one whose client doesn't read is given up.
   void sendEvent(const std::string& bytes);
   /// Its time is over.
@@ -75,7 +77,6 @@ class Connection {
   void becomeReader();
   void linger();
   std::optional<Incoming> takeRequest();
-  void refuse(const Refusal& refusal);
   std::optional<std::size_t> findHead();
   void readHead();
   void forgetHead();

@@ -15,7 +15,7 @@ using Pairs = std::vector<std::pair<std::string, std::string>>;
 struct Request {
   std::string method;       ///< GET, HEAD or POST
   std::string path;         ///< decoded
-  Pairs parameters;         ///< decoded; in the order of their names
+  Pairs parameters;         ///< decoded; in their order
   std::string contentType;  ///< of the body; empty: it says none
   std::string knownTag;     ///< If-None-Match
   std::string_view body;

@@ -1,9 +1,14 @@
 #include "serve/http/head.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
+#include <iterator>
 #include <optional>
 #include <system_error>
+#include <utility>
+
+#include "serve/http/query.h"
 
 namespace tools::serve::http {
 
@@ -83,6 +88,7 @@ std::optional<Refusal> readRequestLine(std::string_view line, Head& head) {
   if (!isToken(head.method)) return Refusal{400, "no method"};
   if (head.target.size() > kLongestTarget) return Refusal{414, "the address is too long"};
   if (!isTarget(head.target)) return Refusal{400, "no address"};
+  if (!splitQuery(head.target)) return Refusal{400, "a parameter without a name or a value"};
   head.isOld = version == "HTTP/1.0";
   if (!head.isOld && version != "HTTP/1.1") return Refusal{505, "HTTP/1.1, no other version"};
   return std::nullopt;
@@ -146,16 +152,17 @@ class Headers {
 
  private:
   std::optional<Refusal> take(std::string_view name, std::string_view value) {
-    for (const Field& field : kFields) {
-      if (!equalInAnyCase(name, field.name)) continue;
-      if (!(head_.*field.value).empty()) return Refusal{400, "a header that stands there twice"};
-      head_.*field.value = value;
+    for (std::size_t i = 0; i < std::size(kFields); ++i) {
+      if (!equalInAnyCase(name, kFields[i].name)) continue;
+      if (std::exchange(isSaid_[i], true)) return Refusal{400, "a header that stands there twice"};
+      head_.*kFields[i].value = value;
     }
     return std::nullopt;
   }
 
   Head& head_;
   std::size_t count_ = 0;
+  std::array<bool, std::size(kFields)> isSaid_{};
   Length length_;
 };
 
@@ -208,8 +215,7 @@ bool isOwn(const Head& head, std::uint16_t port) {
       head.origin.starts_with(kScheme) && isOwnHost(head.origin.substr(kScheme.size()), port);
   if (!head.origin.empty() && !isOwnOrigin) return false;
   const bool isOwnPage = head.site.empty() || head.site == "same-origin" || head.site == "none";
-  const bool isPage = head.target == "/" || head.target.starts_with("/?");
-  return isOwnPage || (isPage && head.method != "POST");
+  return isOwnPage || (head.target == "/" && head.method != "POST");
 }
 
 }  // namespace tools::serve::http

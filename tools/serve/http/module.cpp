@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "serve/http/exchange.h"
+#include "serve/http/query.h"
 
 namespace tools::serve::http {
 namespace {
@@ -40,15 +41,24 @@ class MemoryStream : public httplib::Stream {
   std::size_t at_ = 0;
 };
 
+/// The library's own reading drops a pair that stands there twice.
+Pairs parametersOf(const std::string& target) {
+  Pairs parameters;
+  const auto pairs = splitQuery(target).value();
+  for (const auto& [name, value] : pairs) {
+    parameters.emplace_back(httplib::detail::decode_url(std::string(name), true),
+                            httplib::detail::decode_url(std::string(value), true));
+  }
+  return parameters;
+}
+
 Request requestOf(const httplib::Request& from, std::string_view body) {
-  Request request{.method = from.method,
-                  .path = from.path,
-                  .parameters = {},
-                  .contentType = from.get_header_value("Content-Type"),
-                  .knownTag = from.get_header_value("If-None-Match"),
-                  .body = body};
-  for (const auto& [name, value] : from.params) request.parameters.emplace_back(name, value);
-  return request;
+  return {.method = from.method,
+          .path = from.path,
+          .parameters = parametersOf(from.target),
+          .contentType = from.get_header_value("Content-Type"),
+          .knownTag = from.get_header_value("If-None-Match"),
+          .body = body};
 }
 
 class HttplibTranslator : public Translator, private httplib::Server {

@@ -38,17 +38,16 @@ std::string bodyOf(std::string_view reason) {
   return json.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
 }
 
-std::string bytesOf(const Refusal& refusal) {
-  const std::string body = bodyOf(refusal.reason);
+std::string headOf(const Refusal& refusal) {
   std::string bytes = "HTTP/1.1 " + std::to_string(refusal.status) + " ";
   bytes.append(phraseOf(refusal.status));
-  bytes += "\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
+  bytes += "\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(bodyOf(refusal.reason).size()) +
            "\r\nConnection: close\r\nCache-Control: no-store\r\n";
   if (refusal.status == 405) bytes += "Allow: GET, HEAD, POST\r\n";
   for (const auto& [name, value] : kCommonHeaders) {
     bytes.append(name).append(": ").append(value).append("\r\n");
   }
-  return bytes + "\r\n" + body;
+  return bytes + "\r\n";
 }
 
 }  // namespace tools::serve::http

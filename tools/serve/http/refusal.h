@@ -9,7 +9,8 @@ namespace tools::serve::http {
 /// A refusal as every one is told: {"error": reason}.
 std::string bodyOf(std::string_view reason);
 
-/// The whole answer to a request that can't be handed on, after which the connection is closed.
-std::string bytesOf(const Refusal& refusal);
+/// The answer to a request that can't be handed on, up to its body: after it the connection is
+/// closed.
+std::string headOf(const Refusal& refusal);
 
 }  // namespace tools::serve::http

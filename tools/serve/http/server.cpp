@@ -23,8 +23,15 @@ namespace {
 /// Enough to find out that a client has gone without a word.
 constexpr auto kBetweenBeats = 15s;
 constexpr std::size_t kWorkers = 6;
+constexpr std::size_t kQuickWorkers = 2;
 
 constexpr std::size_t kMostBodyBytes = 8 * kLongestBody;
+
+/// The address in a request's head.
+std::string_view targetOf(std::string_view head) {
+  const auto first = head.find(' ') + 1;
+  return head.substr(first, head.find(' ', first) - first);
+}
 
 }  // namespace
 
@@ -40,16 +47,18 @@ Capacity takeCapacity() {
 }
 
 Server::Server(std::vector<Descriptor> listeners, std::uint16_t port, Translator& translator,
-               std::function<std::string()> greeting)
+               std::function<std::string()> greeting, std::function<bool(std::string_view)> isQuick)
     : listeners_(std::move(listeners)),
       port_(port),
       translator_(translator),
       greeting_(std::move(greeting)),
+      isQuick_(std::move(isQuick)),
       capacity_(takeCapacity()),
       bodies_(kMostBodyBytes),
       wake_(::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)),
       beat_(Clock::now() + kBetweenBeats),
-      workers_(kWorkers) {}
+      workers_(kWorkers),
+      quickWorkers_(kQuickWorkers) {}
 
 void Server::run() {
   while (!ends_) {
@@ -127,7 +136,8 @@ void Server::makeRoom() {
 }
 
 void Server::take(std::uint64_t number, Incoming request) {
-  workers_.submit([this, number, request = std::move(request)] {
+  Workers& workers = isQuick_(targetOf(request.head)) ? quickWorkers_ : workers_;
+  workers.submit([this, number, request = std::move(request)] {
     Answer answer = translator_.answer(request.head, request.body);
     {
       const std::scoped_lock lock(mutex_);
@@ -159,7 +169,7 @@ void Server::deliver(std::uint64_t number, Answer answer) {
   if (found == connections_.end() || found->second.isGone()) return;
   Connection& connection = found->second;
   if (answer.isStream && countStreams() >= capacity_.streams) {
-    connection.send({bytesOf({503, "too many pages listen already"}), true, false});
+    connection.refuse({503, "too many pages listen already"});
     return;
   }
   if (answer.isStream) answer.bytes += greeting_();

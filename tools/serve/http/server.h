@@ -8,6 +8,7 @@
 #include <mutex>
 #include <poll.h>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -28,13 +29,15 @@ struct Capacity {
 Capacity takeCapacity();
 
 /// Takes connections and talks to all of them on one thread, so that a client that is slow, or only
-/// listens, costs its memory and nothing else; what is asked is answered on a few others.
+/// listens, costs its memory and nothing else; what is asked is answered on a few others. What
+/// needs no waiting has threads of its own: whatever others wait for, it is answered.
 class Server {
  public:
   /// `port` is where `listeners` listen. `greeting` gives the events with which every stream
-  /// begins, on the thread that runs. What is given must outlive the server.
+  /// begins, on the thread that runs; `isQuick` says of an address, as it was sent, whether it is
+  /// answered without waiting. What is given must outlive the server.
   Server(std::vector<host::files::Descriptor> listeners, std::uint16_t port, Translator& translator,
-         std::function<std::string()> greeting);
+         std::function<std::string()> greeting, std::function<bool(std::string_view)> isQuick);
 
   /// Until stop.
   void run();
@@ -63,6 +66,7 @@ class Server {
   std::uint16_t port_;
   Translator& translator_;
   std::function<std::string()> greeting_;
+  std::function<bool(std::string_view)> isQuick_;
   Capacity capacity_;
   BodyBudget bodies_;
   host::files::Descriptor wake_;
@@ -75,6 +79,7 @@ class Server {
   std::vector<std::pair<std::uint64_t, Answer>> answers_;
   std::string events_;
   Workers workers_;
+  Workers quickWorkers_;
 };
 
 }  // namespace tools::serve::http
