@@ -128,6 +128,7 @@ test("a key answers for its look, and a rule marks what it hits", async () => {
   const answer = page.locator("#answer");
   await answer.locator("tbody tr").first().waitFor();
   const text = await answer.textContent();
+  assert.doesNotMatch(text, /undefined|null/);
   for (const piece of ["Return-Key", "DisplayType", "BackgroundGradient", "#9A4A32FF"]) assert.ok(text.includes(piece), piece);
 });
 

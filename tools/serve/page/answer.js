@@ -21,7 +21,8 @@ const colors = (color) =>
 function valueText(value) {
   if (value === null) return "none";
   if (typeof value === "object") {
-    const { startColor, endColor } = value;
+    const { name, startColor, endColor } = value;
+    if (name) return name;
     return endColor && endColor !== startColor ? `${startColor} to ${endColor}` : `${startColor}`;
   }
   return typeof value === "boolean" ? (value ? "yes" : "no") : String(value);
