@@ -33,8 +33,8 @@ constexpr auto kBeforeCheck = 120ms;
 
 constexpr auto kForStart = 20s;
 constexpr auto kForAnswer = 20s;
-/// A picture takes milliseconds.
-constexpr auto kForPicture = 3s;
+/// A picture takes milliseconds; one behind the keys as large as can be, a second or two.
+constexpr auto kForPicture = 5s;
 constexpr auto kForSheet = 120s;
 constexpr auto kForSuccessor = 3s;
 
