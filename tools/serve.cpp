@@ -95,9 +95,9 @@ void addServeCommand(CLI::App& app, int& status) {
                    "pictures of their own")
       ->type_name("DIR");
   sandbox::addSandboxOption(*command, options->sandbox);
-  CLI::Option* const library = command->add_option(
-      "--library", options->library,
-      "The library to load, in place of the one that came with this program");
+  CLI::Option* const library =
+      command->add_option("--library", options->library,
+                          "The library to load, in place of the one that came with this program");
   command->footer(
       "Prints the page's address and serves it to this machine alone, until interrupted. What is\n"
       "saved is drawn at once; a theme that can't be read leaves the last good picture. Nothing "

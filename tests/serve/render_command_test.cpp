@@ -29,13 +29,20 @@ TEST(RenderCommand, SaysWhatIsNotUsual) {
        "prismal render /themes/Dusk.theme"},
       {"/themes/Dusk.theme",
        {{"device", "tablet-split"}, {"orientation", "landscape"}, {"style", "alert"}},
-       "prismal render /themes/Dusk.theme --device tablet-split --orientation landscape --style alert"},
+       "prismal render /themes/Dusk.theme --device tablet-split --orientation landscape --style "
+       "alert"},
       {"/themes/Dusk.theme", {{"scale", "1"}}, "prismal render /themes/Dusk.theme --scale 1"},
       {"/themes/Dusk.theme", {{"scale", "3"}}, "prismal render /themes/Dusk.theme"},
-      {"/themes/Dusk.theme", {{"look", "system"}, {"press", "q"}}, "prismal render --system --press q"},
+      {"/themes/Dusk.theme",
+       {{"look", "system"}, {"press", "q"}},
+       "prismal render --system --press q"},
       {"/themes/Dusk.theme", {{"look", "other"}}, "prismal render /themes/Other.theme"},
-      {"/themes/Dusk.theme", {{"beside", "system"}}, "prismal render /themes/Dusk.theme --beside-system"},
-      {"/themes/Dusk.theme", {{"beside", "other"}}, "prismal render /themes/Dusk.theme --diff /themes/Other.theme"},
+      {"/themes/Dusk.theme",
+       {{"beside", "system"}},
+       "prismal render /themes/Dusk.theme --beside-system"},
+      {"/themes/Dusk.theme",
+       {{"beside", "other"}},
+       "prismal render /themes/Dusk.theme --diff /themes/Other.theme"},
       {"/themes/Dusk.theme",
        {{"dictation-key", "yes"}, {"international-key", "no"}, {"dictation", "yes"}},
        "prismal render /themes/Dusk.theme --dictation-key yes --international-key no --dictation"},
@@ -49,7 +56,8 @@ TEST(RenderCommand, SaysWhatIsNotUsual) {
   for (const Case& each : kCases) {
     Question question;
     ASSERT_FALSE(readQuestion(each.parameters, kAll, question)) << each.line;
-    const Options options{.theme = each.theme, .other = "/themes/Other.theme", .device = {}, .library = {}};
+    const Options options{
+        .theme = each.theme, .other = "/themes/Other.theme", .device = {}, .library = {}};
     EXPECT_EQ(renderCommand(options, question, ""), each.line);
   }
 }

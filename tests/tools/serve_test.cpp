@@ -169,7 +169,8 @@ TEST_F(Serve, AnswersAsTheCommandsDo) {
   EXPECT_EQ(get("/sheet.png?device=phone-4&keyplane=numbers&scale=1").body, read("s.png"));
 
   const auto command = get("/command?press=a&device=tablet").json();
-  EXPECT_EQ(command["command"], "prismal render " + (folder() / "T.theme").string() + " --device tablet --press a");
+  EXPECT_EQ(command["command"],
+            "prismal render " + (folder() / "T.theme").string() + " --device tablet --press a");
   EXPECT_EQ(get("/").status, 200);
   EXPECT_TRUE(get("/page.js").says("Content-Type: text/javascript"));
 }

@@ -17,9 +17,10 @@ enum class Role : std::uint8_t {
   decoder,    ///< finds out whether a file that a user has chosen is a picture
 };
 
-inline constexpr keyboard::Word<Role> kRoles[] = {
-    {"performer", Role::performer}, {"answerer", Role::answerer}, {"checker", Role::checker},
-    {"decoder", Role::decoder}};
+inline constexpr keyboard::Word<Role> kRoles[] = {{"performer", Role::performer},
+                                                  {"answerer", Role::answerer},
+                                                  {"checker", Role::checker},
+                                                  {"decoder", Role::decoder}};
 
 /// What is asked for: of a performer the first two, of an answerer all.
 enum class Wish : std::uint8_t { picture, keys, explanation, rule, sheet };

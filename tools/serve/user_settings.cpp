@@ -108,8 +108,8 @@ std::string UserSettings::file() const {
 
 std::string UserSettings::unusualFile() const {
   const Json chosen = json();
-  const bool isUsual = chosen["usePrismal"] == true &&
-                       std::ranges::all_of(chosen["pictures"], &Json::empty);
+  const bool isUsual =
+      chosen["usePrismal"] == true && std::ranges::all_of(chosen["pictures"], &Json::empty);
   return isUsual ? "" : file();
 }
 

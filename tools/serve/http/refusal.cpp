@@ -41,7 +41,8 @@ std::string bodyOf(std::string_view reason) {
 std::string headOf(const Refusal& refusal) {
   std::string bytes = "HTTP/1.1 " + std::to_string(refusal.status) + " ";
   bytes.append(phraseOf(refusal.status));
-  bytes += "\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(bodyOf(refusal.reason).size()) +
+  bytes += "\r\nContent-Type: application/json\r\nContent-Length: " +
+           std::to_string(bodyOf(refusal.reason).size()) +
            "\r\nConnection: close\r\nCache-Control: no-store\r\n";
   if (refusal.status == 405) bytes += "Allow: GET, HEAD, POST\r\n";
   for (const auto& [name, value] : kCommonHeaders) {
