@@ -23,7 +23,6 @@
 
 namespace tools::serve {
 
-namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using host::files::Descriptor;
 using host::files::DeviceRoot;

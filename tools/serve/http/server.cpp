@@ -78,7 +78,7 @@ void Server::wake() {
   ::eventfd_write(wake_.get(), 1);
 }
 
-void Server::broadcast(std::string event) {
+void Server::broadcast(const std::string& event) {
   {
     const std::scoped_lock lock(mutex_);
     events_ += event;

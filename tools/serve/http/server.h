@@ -45,7 +45,7 @@ class Server {
   void stop();
   /// Sends `event` to all that listen. A stream that begins meanwhile gets it, or has a greeting
   /// that was made after this call. Any thread.
-  void broadcast(std::string event);
+  void broadcast(const std::string& event);
 
  private:
   using Connections = std::map<std::uint64_t, Connection>;
