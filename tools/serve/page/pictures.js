@@ -6,6 +6,8 @@ import { post } from "./server.js";
 const dialog = byId("pictures");
 const wrong = byId("pictures-wrong");
 const option = (value, text = value) => make("option", { value }, text);
+/** How a device is held that shows a picture of each orientation. */
+const held = { portrait: "Upright", landscape: "Sideways" };
 const place = () => [["background-style", byId("background-style").value],
   ["orientation", byId("background-orientation").value]];
 
@@ -21,9 +23,10 @@ async function set(path, parameters, body) {
 }
 
 function chosenItem(style, orientation, name) {
-  return make("li", {}, `${style}, ${orientation}: ${name || "a file of yours"} `,
+  const word = orientation.toLowerCase();
+  return make("li", {}, `${style}, ${held[word].toLowerCase()}: ${name || "a file of yours"} `,
     make("button", { type: "button", click: () =>
-      set("settings/picture", [["background-style", style], ["orientation", orientation.toLowerCase()], ["remove", "yes"]]) },
+      set("settings/picture", [["background-style", style], ["orientation", word], ["remove", "yes"]]) },
     "Remove"));
 }
 
@@ -42,7 +45,7 @@ export function showOwnPictures(names = []) {
 
 export function makeSettings(choices) {
   fill(byId("background-style"), ...choices["background-style"].map((style) => option(style)));
-  fill(byId("background-orientation"), option("portrait", "upright"), option("landscape", "sideways"));
+  fill(byId("background-orientation"), ...Object.entries(held).map(([word, text]) => option(word, text)));
   byId("use-prismal").addEventListener("change", ({ target }) =>
     set("settings", [["use-prismal", target.checked ? "yes" : "no"]]));
   byId("open-pictures").addEventListener("click", () => dialog.showModal());
