@@ -48,10 +48,13 @@ function(prismal_manual name section summary see_also page)
       -D SUMMARY=${summary} -D SEE_ALSO=${see_also} -D COMMANDS=${ARGN} -D OUTPUT=${markdown}
       -P ${PROJECT_SOURCE_DIR}/cmake/man_page.cmake
     COMMAND ${LOWDOWN} -s -t man --nroff-nolinks --parse-no-metadata --out-no-smarty
-      -M title=${name} -M section=${section} -M source=Prismal -o ${manual} ${markdown}
+      -M title=${name} -M section=${section} -M "source=Prismal ${PROJECT_VERSION}"
+      -M "volume=Prismal manual" -o ${manual} ${markdown}
     # Names are no words: broken at a hyphen or stretched over a line they can't be copied. A table
-    # that expands to the width of the line leaves no room between columns when it needs all of it.
-    COMMAND sed -i -e "/^.TH/a .nr HY 0\\n.hy 0\\n.ad l"
+    # that expands to the width of the line leaves no room between columns when it needs all of it,
+    # and no table has room behind it. A terminal has one page: where another would begin, an option
+    # would be parted from its text.
+    COMMAND sed -i -e "/^.TH/a .nr HY 0\\n.hy 0\\n.ad l\\n.if n .pl 100000" -e "/^.TE/a .sp"
       -e "s/tab(|) expand allbox/tab(|) allbox/" ${manual}
     COMMAND ${GZIP} -9nf ${manual}
     DEPENDS ${page} cmake/man_page.cmake ${ARGN} VERBATIM)

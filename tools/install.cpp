@@ -9,6 +9,7 @@
 #include "device/report.h"
 #include "exit_status.h"
 #include "held_interruptions.h"
+#include "host/files/shell_words.h"
 #include "say_done.h"
 #include "theme/theme_source.h"
 
@@ -56,7 +57,8 @@ std::string summaryOf(const std::vector<ThemeSource>& sources, const device::Pla
   const std::string& topmost = sources.back().name();
   const std::string which =
       sources.size() == 1 ? ", the topmost" : "; " + topmost + " is the topmost";
-  const std::string device = place ? "--device-root '" + place->string() + "' " : "";
+  const std::string device =
+      place ? "--device-root " + host::files::wordForShell(place->string()) + " " : "";
   return "Installed " + names + which + ". Look at the device: prismal render " + device +
          "-o picture.png";
 }

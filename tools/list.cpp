@@ -74,8 +74,9 @@ std::string table(const Json& report) {
                     theme["rules"].dump(), theme["pictures"].dump()});
   }
   const bool isEmpty = rows.size() == 1;
+  const bool isOne = rows.size() == 2;
   return (isEmpty ? "No theme is installed; `prismal install THEME` does that.\n"
-                  : textTable(rows) + "Where themes differ, the upper one wins.\n") +
+                  : textTable(rows) + (isOne ? "" : "Where themes differ, the upper one wins.\n")) +
          (report["usePrismal"].get<bool>() ? "usePrismal is on.\n" : "usePrismal is off.\n");
 }
 

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "exit_status.h"
+#include "host/files/shell_words.h"
 #include "host/plist/description.h"
 #include "new/starter.h"
 #include "output_file.h"
@@ -34,13 +35,6 @@ fs::path folderFor(const std::string& name) {
   return theme::isThemeName(theme::themeName(folder.string())) ? folder : fs::path();
 }
 
-/// The folder as a shell takes it for one word, and a program for no option.
-std::string shellWord(const fs::path& folder) {
-  std::string word = folder.string().starts_with('-') ? "'./" : "'";
-  for (const char c : folder.string()) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return word + "'";
-}
-
 /// Takes away what there is of a theme that could not be made whole: nothing but its own files.
 void takeBack(const fs::path& folder) {
   std::error_code ignored;
@@ -61,8 +55,11 @@ int make(const std::string& name) {
     takeBack(folder);
     return refuse((folder / file.name).string() + ": " + written.reason());
   }
-  const auto told = printResult("Made " + folder.string() + ". Look at it: prismal render " +
-                                shellWord(folder) + " -o picture.png\n");
+  const bool isOption = folder.string().starts_with('-');
+  const auto told =
+      printResult("Made " + folder.string() + ". Look at it: prismal render " +
+                  host::files::wordForShell(isOption ? "./" + folder.string() : folder.string()) +
+                  " -o picture.png\n");
   return told ? kDone : refuse("standard output: " + told.reason());
 }
 

@@ -85,6 +85,7 @@ void addServeCommand(CLI::App& app, int& status) {
   command->add_option("THEME", options->theme, "A theme folder or a property-list file")
       ->required();
   command->add_option("--port", options->port, "Where the page is; 0 takes any that is free [8320]")
+      ->check(CLI::Range(0, 65535).description(""))
       ->type_name("N");
   command->add_flag("--open", options->opens, "Open the page in the browser");
   command->add_option("--compare", options->other, "Another theme, to be seen beside the first")
@@ -96,8 +97,10 @@ void addServeCommand(CLI::App& app, int& status) {
       ->type_name("DIR");
   sandbox::addSandboxOption(*command, options->sandbox);
   CLI::Option* const library =
-      command->add_option("--library", options->library,
-                          "The library to load, in place of the one that came with this program");
+      command
+          ->add_option("--library", options->library,
+                       "The library to load, in place of the one that came with this program")
+          ->type_name("FILE");
   command->footer(
       "Prints the page's address and serves it to this machine alone, until interrupted. What is\n"
       "saved is drawn at once; a theme that can't be read leaves the last good picture. Nothing "

@@ -211,6 +211,11 @@ void addUse(CLI::App& settings, SettingsOptions& options, int& status) {
             kUseChoices)
       ->required();
   command->fallthrough();
+  command->footer(
+      "With `off`, the theme's named colours and gradients are no longer answered: what a theme "
+      "made\n"
+      "of names of its own has no colour then. --device-root DIR names the device.\n\n"
+      "Example: prismal settings usePrismal off");
   command->callback([&options, &status] { status = setUse(options); });
 }
 
@@ -226,6 +231,11 @@ void addBackground(CLI::App& settings, SettingsOptions& options, int& status) {
                       "A PNG or JPEG file; it and its @2x sibling are copied to the device");
   command->add_flag("--remove", options.remove, "Take the choice back");
   command->fallthrough();
+  command->footer(
+      "--device-root DIR names the device.\n\n"
+      "Examples:\n"
+      "  prismal settings background iPhone-Standard Portrait holiday.jpg\n"
+      "  prismal settings background iPhone-Standard Portrait --remove");
   command->callback([&options, &status] { status = changeBackground(options); });
 }
 

@@ -188,4 +188,11 @@ std::string quotedForShell(std::string_view text) {
   return result += '\'';
 }
 
+std::string wordForShell(std::string_view text) {
+  constexpr std::string_view kPlain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_./+:,@%=";
+  const bool isPlain = !text.empty() && text.find_first_not_of(kPlain) == text.npos;
+  return isPlain ? std::string(text) : quotedForShell(text);
+}
+
 }  // namespace host::files

@@ -31,4 +31,7 @@ std::optional<std::string> rewriteDevicePaths(std::string_view command, const Na
 /// `text` quoted for the shell.
 std::string quotedForShell(std::string_view text);
 
+/// `text` as a person would write it: in quotes only where they are needed.
+std::string wordForShell(std::string_view text);
+
 }  // namespace host::files

@@ -30,6 +30,7 @@ TEST_F(Convert, RefusesInOneLineAndLeavesTheOutputAlone) {
   write("twice.json", "{\"a\": 1,\n  \"a\": 2}");
   write("broken.plist", "<dict><key>a</key></dict>");
   write("short.plist", "bplist00");
+  write("beach.jpg", "\xFF\xD8\xFF\xE0");
   write("escape.json", "{\"k\": \"\\u001b\"}");
   write("good.json", kJson);
   write("kept.plist", "kept");
@@ -41,6 +42,7 @@ TEST_F(Convert, RefusesInOneLineAndLeavesTheOutputAlone) {
       {"twice.json", "twice.json:2:3: a second member named \"a\""},
       {"broken.plist", "broken.plist:1:"},
       {"short.plist", "short.plist: trailer at offset 8"},
+      {"beach.jpg", "beach.jpg:1:1: neither a property list nor JSON"},
       {"escape.json", "escape.json: /k: a text with a control character"},
       {"missing.json", "missing.json: No such file"},
       {". ", ".: a folder; its "},

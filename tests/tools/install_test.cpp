@@ -222,7 +222,7 @@ TEST_F(Install, SaysWhatItHasDone) {
       {"install A.theme",
        "Installed A, the topmost. Look at the device: prismal render -o picture.png\n"},
       {"install B.theme A.theme --device-root .",
-       "Installed B, A; A is the topmost. Look at the device: prismal render --device-root '.' -o "
+       "Installed B, A; A is the topmost. Look at the device: prismal render --device-root . -o "
        "picture.png\n"},
       {"uninstall A", "Uninstalled A.\n"},
       {"uninstall --all", "No theme is installed any more.\n"},

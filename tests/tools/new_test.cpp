@@ -16,7 +16,7 @@ TEST_F(New, MakesAThemeThatDrawsWithoutComplaint) {
   const Outcome made = prismal("new Evening");
   ASSERT_EQ(made.status, 0) << made.output;
   EXPECT_EQ(made.output,
-            "Made Evening.theme. Look at it: prismal render 'Evening.theme' -o picture.png\n");
+            "Made Evening.theme. Look at it: prismal render Evening.theme -o picture.png\n");
   for (const std::string name : {"background", "background-wide"}) {
     const auto plain = picture("Evening.theme/" + name + ".png");
     const auto sharp = picture("Evening.theme/" + name + "@2x.png");
@@ -36,7 +36,12 @@ TEST_F(New, MakesAThemeThatDrawsWithoutComplaint) {
     EXPECT_EQ(rest, "") << view;
   }
   ASSERT_EQ(prismal("render Evening.theme -o evening.png").status, 0);
-  EXPECT_NE(picture("evening.png").pixels, picture("system.png").pixels);
+  const auto atRest = picture("evening.png").pixels;
+  EXPECT_NE(atRest, picture("system.png").pixels);
+  for (const std::string state : {" --press return", " --disable return", " --shift locked"}) {
+    ASSERT_EQ(prismal("render Evening.theme -o evening.png" + state).status, 0);
+    EXPECT_NE(picture("evening.png").pixels, atRest) << state;
+  }
 }
 
 TEST_F(New, CheckFindsNothingInIt) {

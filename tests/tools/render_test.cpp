@@ -100,6 +100,7 @@ TEST_F(Render, RefusesInOneLineThatNamesTheFile) {
   write("broken.plist", "<dict><key>a</key></array>");
   write("list.plist", "<array/>");
   write("fine.plist", "<dict/>");
+  write("list.json", " {\"CustomColor\": []}");
   struct Case {
     std::string arguments;
     std::string says;
@@ -108,6 +109,7 @@ TEST_F(Render, RefusesInOneLineThatNamesTheFile) {
       {"missing.theme", "missing.theme: No such file or directory"},
       {"broken.plist", "broken.plist: line 1, column"},
       {"list.plist", "list.plist: a theme is a dictionary"},
+      {"list.json", "list.json: JSON, of which `prismal convert` makes a property list"},
       {"fine.plist --press nothing", "--press nothing: no such key"},
       {"fine.plist -o no/such/x.png", "no/such/x.png: No such file or directory"},
       {"fine.plist --device-root .", "a THEME or --device-root, not both"},

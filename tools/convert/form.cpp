@@ -47,6 +47,12 @@ Form formOf(std::string_view bytes) {
 }
 
 host::plist::Reading readAnyForm(std::string_view bytes) {
+  // What a parser of JSON says of a picture would tell nobody anything.
+  constexpr std::string_view kJsonOrBlank = " \t\r\n\xEF\xBB\xBF{[\"-0123456789tfn";
+  const bool isNeither = !bytes.empty() && kJsonOrBlank.find(bytes.front()) == bytes.npos;
+  if (formOf(bytes) == Form::kJson && isNeither) {
+    return {{}, "line 1, column 1: neither a property list nor JSON"};
+  }
   return formOf(bytes) == Form::kJson ? readJson(bytes) : host::plist::read(bytes);
 }
 

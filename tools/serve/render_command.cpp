@@ -12,22 +12,15 @@ namespace tools::serve {
 namespace {
 
 using host::boards::Orientation;
-
-/// As a person would write it: in quotes only where they are needed.
-std::string word(std::string_view text) {
-  constexpr std::string_view kPlain =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_./+:,@%=";
-  const bool isPlain = !text.empty() && text.find_first_not_of(kPlain) == text.npos;
-  return isPlain ? std::string(text) : host::files::quotedForShell(text);
-}
+using host::files::wordForShell;
 
 class Line {
  public:
-  void add(std::string_view text) { line_.append(" ").append(word(text)); }
+  void add(std::string_view text) { line_.append(" ").append(wordForShell(text)); }
   void add(std::string_view option, std::string_view value) {
     // A value that begins with a dash would be taken for an option.
     if (value.starts_with('-')) {
-      line_.append(" ").append(word(std::string(option) + "=" + std::string(value)));
+      line_.append(" ").append(wordForShell(std::string(option) + "=" + std::string(value)));
       return;
     }
     add(option);

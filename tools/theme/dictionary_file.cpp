@@ -18,10 +18,19 @@ using host::files::Result;
 
 namespace {
 
+/// What JSON begins with and no property list does.
+bool isJson(std::string_view bytes) {
+  const auto first = bytes.find_first_not_of(" \t\r\n");
+  return first != bytes.npos && bytes[first] == '{';
+}
+
 Result<platform::PropertyList> dictionaryIn(const Result<std::string>& bytes,
                                             const std::string& what) {
   if (!bytes) return bytes.failure();
   auto reading = host::plist::read(*bytes);
+  if (!reading && isJson(*bytes)) {
+    return Failure(EINVAL, "JSON, of which `prismal convert` makes a property list");
+  }
   if (!reading) return Failure(EINVAL, std::move(reading.reason));
   if (!reading.list.isDictionary()) return Failure(EINVAL, what + " is a dictionary, this is not");
   return std::move(reading.list);
