@@ -19,12 +19,21 @@ namespace {
 
 constexpr std::size_t kMaxBytes = std::size_t{64} << 20U;
 
+Failure tooLong() {
+  return Failure(EFBIG, "more than 64 MiB");
+}
+
 Descriptor open(const std::string& path, int flags) {
   return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | flags));
 }
 
 /// In pieces: what is no regular file, such as a pipe, has no size to ask for.
 Result<std::string> readAll(const Descriptor& file) {
+  struct stat status {};
+  if (::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+      static_cast<std::size_t>(status.st_size) > kMaxBytes) {
+    return tooLong();
+  }
   std::string bytes;
   std::array<char, std::size_t{64} << 10U> piece{};
   for (;;) {
@@ -33,7 +42,7 @@ Result<std::string> readAll(const Descriptor& file) {
     if (size < 0) return host::files::lastFailure();
     if (size == 0) return bytes;
     bytes.append(piece.data(), static_cast<std::size_t>(size));
-    if (bytes.size() > kMaxBytes) return Failure(EFBIG, "more than 64 MiB");
+    if (bytes.size() > kMaxBytes) return tooLong();
   }
 }
 

@@ -183,6 +183,11 @@ int run(WatchOptions& options) {
   if (options.output == "-" || isNoFile) {
     return refuse("-o: a file, which is replaced again and again");
   }
+  // A mistyped folder would never come.
+  const fs::path folder = options.output.parent_path();
+  if (!folder.empty() && !fs::is_directory(folder, error)) {
+    return refuse(options.output.string() + ": No such file or directory");
+  }
   if (!fs::exists(options.dress.theme, error)) {
     return refuse(options.dress.theme + ": No such file or directory");
   }

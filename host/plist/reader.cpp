@@ -20,6 +20,8 @@ template <class... Keys>
 Reading readEither(std::string_view bytes, Keys&... keys) {
   if (bytes.starts_with(binary::kMagic)) return readBinary(bytes, keys...);
   if (mayBeXml(bytes)) return readXml(bytes, keys...);
+  const bool isUtf16 = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+  if (isUtf16) return {{}, "line 1, column 1: a text in UTF-16, where UTF-8 is read"};
   return {{}, "line 1, column 1: no property list, neither XML nor binary"};
 }
 

@@ -98,10 +98,11 @@ TEST_F(Check, TellsNothingThatFollowsFromWhatItHasTold) {
     EXPECT_EQ(findingsOf(c.sound, ""), "") << c.sound;
   }
   // What has nothing to do with it is told all the same.
-  EXPECT_EQ(
-      findingsOf(colors(pair("UIKBColorKeyReturn", "#101010FF") + white) +
-                 rules(phone, rule("DisplayType=Spacee", "TextColor", "<string>Light</string>"))),
-      "4:43 warning [low-contrast]\n6:8 warning [unknown-value]\n");
+  for (const std::string condition : {"DisplayType=Spacee", "KeyName=Foo"}) {
+    EXPECT_EQ(findingsOf(colors(pair("UIKBColorKeyReturn", "#101010FF") + white) +
+                         rules(phone, rule(condition, "TextColor", "<string>Light</string>"))),
+              "4:43 warning [low-contrast]\n6:8 warning [unknown-value]\n");
+  }
 }
 
 }  // namespace

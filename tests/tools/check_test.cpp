@@ -361,6 +361,7 @@ TEST_F(Check, HostileAndForeignLists) {
       {"", 2, "x.plist:1:1: error: no property list"},
       {"<dict><key>a</key></dict>", 2, "x.plist:1:7: error: <key> without a value [unreadable]"},
       {"\x89PNG", 2, "[unreadable]"},
+      {"\xFF\xFE<", 2, "a text in UTF-16, where UTF-8 is read [unreadable]"},
       {"bplist00", 2, "x.plist: error: "},
       {"<array/>", 1,
        "1:1: error: an array in place of a dictionary; the theme is empty [root-type]"},

@@ -184,7 +184,8 @@ TEST_F(Watch, WritesToNothingBesideItsPicture) {
 }
 
 TEST_F(Watch, RefusesWhatCanNeverBeDrawn) {
-  for (const char* arguments : {"None.theme -o x.png", "T.theme", "T.theme -o -"}) {
+  for (const char* arguments :
+       {"None.theme -o x.png", "T.theme", "T.theme -o -", "T.theme -o none/x.png"}) {
     const Outcome outcome = prismal(std::string("watch ") + arguments);
     EXPECT_EQ(outcome.status, 2) << arguments;
     EXPECT_EQ(std::ranges::count(outcome.output, '\n'), 1) << outcome.output;

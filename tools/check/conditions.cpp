@@ -118,7 +118,7 @@ ConditionCheck::Outcome ConditionCheck::check(const ConditionPlace& place,
     outcome.isExplained |= meant != term;
     if (meant) outcome.meant += *meant + ";";
   }
-  outcome.meant += "*";
+  if (!outcome.meant.empty()) outcome.meant += "*";
   return outcome;
 }
 

@@ -39,7 +39,8 @@ class ConditionCheck {
   struct Outcome {
     /// Whether something was told.
     bool isExplained = false;
-    /// The condition as it is likely to be meant. Terms of which nobody can tell are left out.
+    /// The condition as it is likely to be meant. Terms of which nobody can tell are left out;
+    /// empty when nothing is left then.
     std::string meant;
   };
   Outcome check(const ConditionPlace& place, std::string_view condition);

@@ -47,11 +47,6 @@ std::optional<std::uint32_t> takeNumber(std::string_view& text, std::string_view
   return number;
 }
 
-bool mayBeJson(std::string_view bytes) {
-  const auto first = bytes.find_first_not_of(" \t\r\n");
-  return first != bytes.npos && (bytes[first] == '{' || bytes[first] == '[');
-}
-
 /// Parts a reader's reason into the place, which it names first, and the rest.
 Source::Refusal refusalOf(std::string_view reason) {
   std::string_view rest = reason;
@@ -86,9 +81,7 @@ std::optional<Source> Source::read(const std::string& theme, Refusal& refusal) {
   auto reading = host::plist::read(source.bytes_, source.keys_);
   if (!reading) {
     refusal = refusalOf(reading.reason);
-    if (mayBeJson(source.bytes_)) {
-      refusal.reason += "; prismal convert makes a property list of JSON";
-    }
+    refusal.reason += theme::hintFor(source.bytes_);
     refusal.line = SourceLines().at(source.bytes_, refusal.position);
     return std::nullopt;
   }

@@ -18,25 +18,22 @@ using host::files::Result;
 
 namespace {
 
-/// What JSON begins with and no property list does.
-bool isJson(std::string_view bytes) {
-  const auto first = bytes.find_first_not_of(" \t\r\n");
-  return first != bytes.npos && bytes[first] == '{';
-}
-
 Result<platform::PropertyList> dictionaryIn(const Result<std::string>& bytes,
                                             const std::string& what) {
   if (!bytes) return bytes.failure();
   auto reading = host::plist::read(*bytes);
-  if (!reading && isJson(*bytes)) {
-    return Failure(EINVAL, "JSON, of which `prismal convert` makes a property list");
-  }
-  if (!reading) return Failure(EINVAL, std::move(reading.reason));
+  if (!reading) return Failure(EINVAL, reading.reason.append(hintFor(*bytes)));
   if (!reading.list.isDictionary()) return Failure(EINVAL, what + " is a dictionary, this is not");
   return std::move(reading.list);
 }
 
 }  // namespace
+
+std::string_view hintFor(std::string_view bytes) {
+  const auto first = bytes.find_first_not_of(" \t\r\n");
+  const bool mayBeJson = first != bytes.npos && (bytes[first] == '{' || bytes[first] == '[');
+  return mayBeJson ? "; prismal convert makes a property list of JSON" : "";
+}
 
 Result<platform::PropertyList> readDictionary(const DeviceRoot& root, std::string_view path,
                                               const std::string& what) {

@@ -24,6 +24,9 @@ host::files::Result<platform::PropertyList> readDictionary(const host::files::De
                                                            std::string_view path,
                                                            const std::string& what);
 
+/// How a file that can't be read could be: behind the reason, for people; empty when nobody knows.
+std::string_view hintFor(std::string_view bytes);
+
 /// Where a file may lie that is a link.
 enum class Links : std::uint8_t {
   kLeadAnywhere,  ///< of a file that the user has named
