@@ -12,9 +12,18 @@ install(DIRECTORY examples/ DESTINATION ${share}/prismal/examples PATTERN art EX
 install(FILES README.md CHANGELOG.md DESTINATION ${share}/doc/prismal)
 install(DIRECTORY docs DESTINATION ${share}/doc/prismal)
 
-# Made by the program itself, from the definition of its command line.
 set(made ${CMAKE_BINARY_DIR}/made)
 file(MAKE_DIRECTORY ${made})
+# The source is not installed: of a link into it the words alone.
+foreach(page theme-format scenario-format)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS docs/${page}.md)
+  file(READ docs/${page}.md text)
+  string(REGEX REPLACE "\\[([^]]*)\\]\\(\\.\\./(host|src|tests)/[^)]*\\)" "\\1" text "${text}")
+  file(WRITE ${made}/docs/${page}.md "${text}")
+  install(FILES ${made}/docs/${page}.md DESTINATION ${share}/doc/prismal/docs)
+endforeach()
+
+# Made by the program itself, from the definition of its command line.
 # The documents' links to examples lead to where these lie.
 file(CREATE_LINK ../../prismal/examples ${made}/examples SYMBOLIC)
 install(FILES ${made}/examples DESTINATION ${share}/doc/prismal)
