@@ -70,9 +70,8 @@ TEST(RenderCommand, NamesWhatTheServerWasGiven) {
   Question ofSystem;
   ofSystem.look = Look::system;
   options.isLibraryNamed = true;
-  options.sandbox = false;
   EXPECT_EQ(renderCommand(options, ofSystem, "/tmp/a b.plist"),
-            "prismal render --system --library /lib/mine.so --no-sandbox");
+            "prismal render --system --library /lib/mine.so");
 }
 
 }  // namespace

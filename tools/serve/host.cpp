@@ -18,6 +18,7 @@
 #include "host/images/decode.h"
 #include "host/system/process.h"
 #include "keyboard/confinement.h"
+#include "leave.h"
 #include "platform/foundation.h"
 #include "serve/answers.h"
 #include "serve/passed_socket.h"
@@ -143,7 +144,7 @@ Result<std::string> answer(Wish wish, const Question& question, const explain::T
   } catch (const std::exception& error) {
     send(asked.socket.get(), refusal(error.what(), kOwnFault));
   }
-  _exit(0);
+  leave(0);
 }
 
 void answerAll(const Dress& dress, int socket) {

@@ -52,7 +52,6 @@ void addDress(Line& line, const Options& options, const Question& question,
     if (!settings.empty()) line.add("--settings", settings);
   }
   if (options.isLibraryNamed) line.add("--library", pathOf(options.library));
-  if (!options.sandbox) line.add("--no-sandbox");
 }
 
 void addView(Line& line, const keyboard::ViewOptions& view) {

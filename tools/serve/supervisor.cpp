@@ -17,6 +17,7 @@
 #include <utility>
 
 #include "exit_status.h"
+#include "leave.h"
 #include "serve/host.h"
 #include "serve/passed_socket.h"
 #include "serve/serving.h"
@@ -64,8 +65,7 @@ void leaveEndToParent() {
   } catch (...) {
     refuse("failed for an unknown reason");
   }
-  std::fflush(nullptr);
-  _exit(status);
+  leave(status);
 }
 
 }  // namespace
