@@ -197,6 +197,8 @@ TEST_F(CommandLine, BashCompletes) {
       {"prismal --ver", "--version "},
       {"prismal render --devi", "--device-root --device "},
       {"prismal render --device tab", "tablet tablet-split "},
+      {"prismal render --device = tab", "tablet tablet-split "},
+      {"prismal render --dictation-key =", "yes no "},
       {"prismal render x --orientation ''", "portrait landscape "},
       {"prismal render -o 'a '", "a folder a theme.plist "},
       {"prismal render --all 'a '", "a folder "},

@@ -121,10 +121,15 @@ std::string bashCompletion(const std::vector<Command>& commands, const CLI::App&
   }
   return "# Completes the command prismal in bash.\n"
          "_prismal() {\n"
-         "  local current=\"${COMP_WORDS[COMP_CWORD]}\" previous=\"${COMP_WORDS[COMP_CWORD - "
-         "1]}\"\n"
          "  local command='' options='' word is_value='' place=0\n"
-         "  for word in \"${COMP_WORDS[@]:1:COMP_CWORD - 1}\"; do\n"
+         "  # Bash takes the equals sign of --option=value for a word.\n"
+         "  local -a words=()\n"
+         "  for word in \"${COMP_WORDS[@]:0:COMP_CWORD + 1}\"; do\n"
+         "    [ \"$word\" = '=' ] || words+=(\"$word\")\n"
+         "  done\n"
+         "  [ \"${COMP_WORDS[COMP_CWORD]}\" != '=' ] || words+=('')\n"
+         "  local current=\"${words[-1]}\" previous=\"${words[-2]}\"\n"
+         "  for word in \"${words[@]:1:${#words[@]} - 2}\"; do\n"
          "    if [ -n \"$is_value\" ]; then is_value=''; continue; fi\n"
          "    case \"$command $word\" in\n"
          "      " +
