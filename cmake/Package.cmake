@@ -18,6 +18,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 # What the program and its library are linked with is found by dpkg-shlibdeps; the font is opened by
 # its path, which nothing but this tells.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS fonts-inter)
+# The second keeps the cache of installed fonts: without one every program looks through all of them,
+# and complains that it can't keep what it has found.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-inter, fontconfig")
 set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/without_scripts.cmake)
 include(CPack)
