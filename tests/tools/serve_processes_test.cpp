@@ -1,5 +1,7 @@
 // The processes of `prismal serve`: those that die, hang or are to end.
 
+#include <optional>
+
 #include "serve_command.h"
 
 namespace {
@@ -99,6 +101,36 @@ TEST_F(Serve, ACheckThatDiesIsTriedOnceMore) {
   kill(killed.front(), SIGKILL);
   const auto findings = events.next("findings", [](const auto&) { return true; });
   EXPECT_FALSE(findings.contains("trouble")) << findings;
+}
+
+/// Whether the kernel filters what the process may ask of it; none when it has gone.
+std::optional<bool> isFiltered(pid_t process) {
+  std::ifstream status("/proc/" + std::to_string(process) + "/status");
+  for (std::string line; std::getline(status, line);) {
+    if (line.starts_with("Seccomp:")) return line.ends_with("2");
+  }
+  return std::nullopt;
+}
+
+TEST_F(Serve, AUsersFileIsDecodedInTheSandbox) {
+  start();
+  EXPECT_EQ(key(), kRed);
+  const auto filtered = isFiltered(children("prismal-host").at(0));
+  if (!filtered.value_or(false)) GTEST_SKIP() << "this kernel has no sandbox";
+  // Large enough to be met at it.
+  const auto large = host::images::encodePng(host::images::solid(3000, 3000, 1, 2, 3, 255));
+  std::jthread posting([&] {
+    EXPECT_EQ(post("/settings/picture?background-style=iPhone-Standard&orientation=portrait", large)
+                  .status,
+              200);
+  });
+  bool wasFiltered = false;
+  for (int tries = 0; tries < 5000 && !wasFiltered; ++tries) {
+    const auto decoders = children("prismal-decode");
+    wasFiltered = !decoders.empty() && isFiltered(decoders.front()).value_or(false);
+    if (!wasFiltered) std::this_thread::sleep_for(1ms);
+  }
+  EXPECT_TRUE(wasFiltered);
 }
 
 TEST_F(Serve, EndsAtOnceAndLeavesNothingBehind) {

@@ -123,6 +123,12 @@ TEST_F(Serve, AnswersSeveralRequestsOfAConnection) {
   connection.send("HEAD /picture.png HTTP/1.1\r\nHost: \r\n" + ownHost() + "\r\n");
   EXPECT_TRUE(connection.readTo("\r\n\r\n").starts_with("HTTP/1.1 400"));
   EXPECT_EQ(connection.readTo("more"), "");
+  // What was asked before has no say in how a refusal looks.
+  Connection other(port());
+  other.send("HEAD /page.css HTTP/1.1\r\n" + ownHost() + "\r\n");
+  other.readTo("\r\n\r\n");
+  other.send("GET / HTTP/1.1\r\nX: " + std::string(40000, 'x'));
+  EXPECT_TRUE(other.readAnswer().json().contains("error"));
 }
 
 TEST_F(Serve, ManyStreamsStarveNobody) {

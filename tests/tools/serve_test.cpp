@@ -188,7 +188,13 @@ TEST_F(Serve, SettingsChangeInTheRunningProcess) {
   EXPECT_FALSE(
       events.next("settings", [](const auto& data) { return !data["usePrismal"]; }).is_null());
   EXPECT_EQ(key(), key("&look=system"));
+  const auto namesSettings = [&] {
+    return get("/command").json()["command"].get<std::string>().find("--settings") !=
+           std::string::npos;
+  };
+  EXPECT_TRUE(namesSettings());
   EXPECT_EQ(post("/settings?use-prismal=yes").status, 200);
+  EXPECT_FALSE(namesSettings());
   EXPECT_EQ(key(), kRed);
   for (const pid_t host : children("prismal-host")) {
     EXPECT_NE(std::ranges::find(before, host), before.end());

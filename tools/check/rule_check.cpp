@@ -92,8 +92,9 @@ bool RuleCheck::check(PropertyListView rule, std::size_t index) {
   }
   const Parts parts = partsSetBy(items[1]);
   if (outcome.isExplained) missed |= parts;
-  if (missed != 0 && !outcome.meant.empty())
+  if (missed != 0 && !outcome.meant.empty()) {
     dead_.push_back({list_, index, {outcome.meant}, missed});
+  }
   if (!isOdd && parts == 0) tellNothing(items[1], style);
   tellTakenAway(items[1], style);
   return outcome.isExplained;

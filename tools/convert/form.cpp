@@ -47,13 +47,12 @@ Form formOf(std::string_view bytes) {
 }
 
 host::plist::Reading readAnyForm(std::string_view bytes) {
+  if (formOf(bytes) != Form::kJson) return host::plist::read(bytes);
   // What a parser of JSON says of a picture would tell nobody anything.
   constexpr std::string_view kJsonOrBlank = " \t\r\n\xEF\xBB\xBF{[\"-0123456789tfn";
-  const bool isNeither = !bytes.empty() && kJsonOrBlank.find(bytes.front()) == bytes.npos;
-  if (formOf(bytes) == Form::kJson && isNeither) {
-    return {{}, "line 1, column 1: neither a property list nor JSON"};
-  }
-  return formOf(bytes) == Form::kJson ? readJson(bytes) : host::plist::read(bytes);
+  const bool mayBeJson = bytes.empty() || kJsonOrBlank.find(bytes.front()) != bytes.npos;
+  if (!mayBeJson) return {{}, "line 1, column 1: neither a property list nor JSON"};
+  return readJson(bytes);
 }
 
 Writing writeForm(PropertyListView list, Form form) {

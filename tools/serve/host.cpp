@@ -164,7 +164,15 @@ void answerAll(const Dress& dress, int socket) {
   }
 }
 
-void decodeOnce(int socket) {
+void decodeOnce(const Dress& dress, int socket) {
+  // It has no theme to read before: all is given up at once.
+  const auto device = DeviceRoot::open(*dress.private_device, DeviceRoot::Creation::kNever);
+  const auto confined =
+      device ? keyboard::confineToDevice(dress, *device, true) : Result<Done>(device.failure());
+  if (!confined) {
+    send(socket, refusal(confined.reason(), kOwnFault));
+    return;
+  }
   send(socket, {{{"ok", true}}});
   const auto file = receive(socket);
   if (!file) return;
@@ -199,7 +207,7 @@ void runHost(const HostTask& task, const Dress& dress, host::drawing::Fonts& fon
     case Role::checker:
       return checkOnce(dress, socket);
     case Role::decoder:
-      return decodeOnce(socket);
+      return decodeOnce(dress, socket);
   }
 }
 

@@ -54,6 +54,12 @@ void leaveEndToParent() {
   std::signal(SIGHUP, SIG_IGN);
 }
 
+/// What people see in a list of processes.
+const char* nameOf(Role role) {
+  if (role == Role::checker) return "prismal-check";
+  return role == Role::decoder ? "prismal-decode" : "prismal-host";
+}
+
 /// Nothing of a child's may go on in this one's main function.
 [[noreturn]] void workAlone(const std::function<void()>& work) {
   int status = kTrouble;
@@ -125,10 +131,8 @@ void Supervisor::startHost(const HostTask& task, Descriptor socket) {
     ::setenv("TMPDIR", (session_.path() / folder).c_str(), 1);
     runHost(task, dressFor(task), fonts_, socket.get());
   };
-  const bool isChecker = task.role == Role::checker;
   // Without one the server reads the end of its socket, and says that there is none.
-  if (!made ||
-      !startChild({Kind::kHost, task.number}, isChecker ? "prismal-check" : "prismal-host", work)) {
+  if (!made || !startChild({Kind::kHost, task.number}, nameOf(task.role), work)) {
     refuse("no process can be started: " + host::files::lastFailure().reason);
   }
 }

@@ -103,7 +103,8 @@ void Connection::linger() {
 }
 
 void Connection::refuse(const Refusal& refusal) {
-  const bool isHead = headBytes_.starts_with("HEAD ");
+  const std::string& asked = headBytes_.empty() ? in_ : headBytes_;
+  const bool isHead = asked.starts_with("HEAD ");
   send({isHead ? headOf(refusal) : headOf(refusal) + bodyOf(refusal.reason), true, false});
 }
 
@@ -133,6 +134,7 @@ void Connection::readHead() {
 void Connection::forgetHead() {
   if (head_) budget_.giveBack(head_->contentLength);
   head_.reset();
+  headBytes_.clear();
 }
 
 std::optional<Incoming> Connection::takeRequest() {

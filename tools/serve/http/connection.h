@@ -88,7 +88,7 @@ class Connection {
   std::optional<Clock::time_point> deadline_;
   std::string in_;
   std::optional<Head> head_;  ///< views into headBytes_
-  std::string headBytes_;     ///< of a request whose body is yet to come
+  std::string headBytes_;     ///< of a request whose body is yet to come, or which is refused
   std::string out_;
   std::size_t sent_ = 0;  ///< of out_
   bool closes_ = false;
